@@ -1,0 +1,77 @@
+# What every target of the tree has in common, and the two shapes that targets come in.
+
+option(KESTOBOARD_WERROR "Treat compiler warnings as errors" OFF)
+option(KESTOBOARD_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
+
+# kestoboard_common(TARGET): language level, warnings, strict Qt and sanitizers.
+function(kestoboard_common target)
+    target_compile_features(${target} PUBLIC cxx_std_17)
+    set_target_properties(${target} PROPERTIES
+        CXX_EXTENSIONS OFF
+        CXX_VISIBILITY_PRESET hidden
+        VISIBILITY_INLINES_HIDDEN ON)
+    target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Werror=switch)
+    target_compile_definitions(${target} PRIVATE
+        QT_NO_CAST_FROM_ASCII
+        QT_NO_CAST_TO_ASCII
+        QT_NO_FOREACH
+        QT_NO_NARROWING_CONVERSIONS_IN_CONNECT
+        QT_NO_URL_CAST_FROM_STRING
+        QT_DEPRECATED_WARNINGS_SINCE=0x050000)
+    if(KESTOBOARD_WERROR)
+        target_compile_options(${target} PRIVATE -Werror)
+    endif()
+    if(KESTOBOARD_SANITIZE)
+        target_compile_options(${target} PRIVATE
+            -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+        target_link_options(${target} PRIVATE -fsanitize=address,undefined)
+    endif()
+endfunction()
+
+# kestoboard_library(NAME VERSION x.y FOLDER folder SOURCES ... HEADERS ... DEPENDS ...)
+#
+# A shared library lib<NAME>-<VERSION>.so from src/lib/<folder>, with the alias Board::<NAME>. Its
+# headers are included as <folder/Header.h> in the tree and installed under the same spelling.
+# DEPENDS names the libraries that its headers need.
+function(kestoboard_library name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "VERSION;FOLDER" "SOURCES;HEADERS;DEPENDS")
+    string(TOUPPER ${name} upper)
+
+    add_library(${name} SHARED ${arg_SOURCES} ${arg_HEADERS})
+    add_library(Board::${name} ALIAS ${name})
+    kestoboard_common(${name})
+    set_target_properties(${name} PROPERTIES
+        AUTOMOC ON
+        AUTORCC ON
+        OUTPUT_NAME "${name}-${arg_VERSION}"
+        INSTALL_RPATH "$ORIGIN")
+    target_compile_definitions(${name} PRIVATE ${upper}_LIBRARY)
+    target_include_directories(${name} PUBLIC
+        $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/src/lib>
+        $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/kestoboard>)
+    target_link_libraries(${name} PUBLIC ${arg_DEPENDS})
+
+    install(TARGETS ${name} EXPORT BoardTargets
+        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+    install(FILES ${arg_HEADERS}
+        DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/kestoboard/${arg_FOLDER})
+endfunction()
+
+# kestoboard_test(NAME SOURCES ... [LIBRARIES ...] [LABELS ...])
+#
+# A Qt Test program of that name, run by CTest without a display.
+function(kestoboard_test name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES;LABELS")
+    add_executable(${name} ${arg_SOURCES})
+    kestoboard_common(${name})
+    set_target_properties(${name} PROPERTIES
+        AUTOMOC ON
+        RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/tests")
+    target_link_libraries(${name} PRIVATE Qt5::Test ${arg_LIBRARIES})
+    add_test(NAME ${name} COMMAND ${name})
+    # The time limit only ends a hanging run; it is far above what the slowest test needs.
+    set_tests_properties(${name} PROPERTIES
+        TIMEOUT 600
+        ENVIRONMENT "${KESTOBOARD_TEST_ENVIRONMENT}"
+        LABELS "${arg_LABELS}")
+endfunction()
