@@ -3,21 +3,14 @@
 option(KESTOBOARD_WERROR "Treat compiler warnings as errors" OFF)
 option(KESTOBOARD_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
 
-# kestoboard_common(TARGET): language level, warnings, strict Qt and sanitizers.
-function(kestoboard_common target)
+# kestoboard_language(TARGET): language level, warnings and sanitizers.
+function(kestoboard_language target)
     target_compile_features(${target} PUBLIC cxx_std_17)
     set_target_properties(${target} PROPERTIES
         CXX_EXTENSIONS OFF
         CXX_VISIBILITY_PRESET hidden
         VISIBILITY_INLINES_HIDDEN ON)
     target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Werror=switch)
-    target_compile_definitions(${target} PRIVATE
-        QT_NO_CAST_FROM_ASCII
-        QT_NO_CAST_TO_ASCII
-        QT_NO_FOREACH
-        QT_NO_NARROWING_CONVERSIONS_IN_CONNECT
-        QT_NO_URL_CAST_FROM_STRING
-        QT_DEPRECATED_WARNINGS_SINCE=0x050000)
     if(KESTOBOARD_WERROR)
         target_compile_options(${target} PRIVATE -Werror)
     endif()
@@ -26,6 +19,18 @@ function(kestoboard_common target)
             -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
         target_link_options(${target} PRIVATE -fsanitize=address,undefined)
     endif()
+endfunction()
+
+# kestoboard_common(TARGET): the same with strict Qt, for all that is shipped.
+function(kestoboard_common target)
+    kestoboard_language(${target})
+    target_compile_definitions(${target} PRIVATE
+        QT_NO_CAST_FROM_ASCII
+        QT_NO_CAST_TO_ASCII
+        QT_NO_FOREACH
+        QT_NO_NARROWING_CONVERSIONS_IN_CONNECT
+        QT_NO_URL_CAST_FROM_STRING
+        QT_DEPRECATED_WARNINGS_SINCE=0x050000)
 endfunction()
 
 # kestoboard_library(NAME VERSION x.y FOLDER folder SOURCES ... HEADERS ... DEPENDS ...)
@@ -59,11 +64,12 @@ endfunction()
 
 # kestoboard_test(NAME SOURCES ... [LIBRARIES ...] [LABELS ...])
 #
-# A Qt Test program of that name, run by CTest without a display.
+# A Qt Test program of that name, run by CTest without a display. Tests may write texts plainly: a
+# literal is UTF-8.
 function(kestoboard_test name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES;LABELS")
     add_executable(${name} ${arg_SOURCES})
-    kestoboard_common(${name})
+    kestoboard_language(${name})
     set_target_properties(${name} PROPERTIES
         AUTOMOC ON
         RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/tests")
