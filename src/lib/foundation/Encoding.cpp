@@ -1,0 +1,27 @@
+#include <foundation/Encoding.h>
+
+#include <QTextCodec>
+
+namespace Orvex
+{
+
+QString fromAscii(const std::string& bytes)
+{
+    return QString::fromLatin1(bytes.data(), static_cast<int>(bytes.size()));
+}
+
+std::string toAscii(const QString& text)
+{
+    return text.toLatin1().toStdString();
+}
+
+QString getReadable(const std::string& bytes)
+{
+    // The state also tells of a sequence that is cut off at the end.
+    QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
+    const QString text = QTextCodec::codecForName("UTF-8")->toUnicode(
+        bytes.data(), static_cast<int>(bytes.size()), &state);
+    return state.invalidChars == 0 && state.remainingChars == 0 ? text : fromAscii(bytes);
+}
+
+} // namespace Orvex
