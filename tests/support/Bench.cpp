@@ -101,7 +101,10 @@ void Bench::setScenario(const QString& text)
     write(root.filePath(QStringLiteral("scenario.toml")), (head + text).toUtf8());
 }
 
-void Bench::release() { write(QDir(directory.path()).filePath(QStringLiteral("released")), {}); }
+void Bench::release()
+{
+    write(QDir(directory.path()).filePath(QStringLiteral("released")), {});
+}
 
 void Bench::holdAgain()
 {
@@ -128,7 +131,10 @@ QStringList Bench::takeJournal()
     return lines;
 }
 
-int Bench::count(const QString& command) const { return getJournal().count(command); }
+int Bench::count(const QString& command) const
+{
+    return getJournal().count(command);
+}
 
 QString Bench::getPath(const QString& name) const
 {
@@ -141,8 +147,14 @@ QString Bench::writeFile(const QString& name, const QByteArray& content) const
     return getPath(name);
 }
 
-QByteArray Bench::readFile(const QString& name) const { return read(getPath(name)); }
+QByteArray Bench::readFile(const QString& name) const
+{
+    return read(getPath(name));
+}
 
-QString Bench::getToolDirectory() { return QFileInfo(QStringLiteral(KESTOBOARD_SIMULATOR)).path(); }
+QString Bench::getToolDirectory()
+{
+    return QFileInfo(QStringLiteral(KESTOBOARD_SIMULATOR)).path();
+}
 
 } // namespace Test

@@ -8,14 +8,14 @@ namespace Test
 namespace
 {
 
-QString getMark(Orvex::Console::Level level)
+QString getMark(Orvex::Level level)
 {
     switch (level) {
-    case Orvex::Console::Level::Error:
+    case Orvex::Level::Error:
         return QStringLiteral("E: ");
-    case Orvex::Console::Level::Warning:
+    case Orvex::Level::Warning:
         return QStringLiteral("W: ");
-    case Orvex::Console::Level::Normal:
+    case Orvex::Level::Normal:
         break;
     }
     return {};

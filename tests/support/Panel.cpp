@@ -2,6 +2,8 @@
 
 #include <Board/KSBaseHandler.h>
 
+#include <QTimer>
+
 namespace Test
 {
 
@@ -9,6 +11,7 @@ Panel::Panel()
     : window(std::make_unique<Board::MainWindow>())
     , engine(window->getKSBaseHandler())
 {
+    getPollTimer()->stop();
 }
 
 Panel::~Panel()
@@ -17,6 +20,30 @@ Panel::~Panel()
     engine->destroy();
 }
 
-Board::Folio* Panel::getFolio() const { return window->getFolio(); }
+Board::Folio* Panel::getFolio() const
+{
+    return window->getFolio();
+}
+
+QTimer* Panel::getPollTimer() const
+{
+    const int pollInterval = 5000;
+    for (QTimer* const timer :
+         engine->findChildren<QTimer*>(QString(), Qt::FindDirectChildrenOnly)) {
+        if (timer->interval() == pollInterval) {
+            return timer;
+        }
+    }
+    return nullptr;
+}
+
+std::string Panel::run(CommandType type, const std::string& command) const
+{
+    Board::CommandHandler* const handler = Board::CommandHandler::create(type, command, engine);
+    Board::waitCommandHandlerReady(handler);
+    std::string reply = handler->getResult();
+    handler->destroy();
+    return reply;
+}
 
 } // namespace Test

@@ -1,9 +1,14 @@
 #ifndef SUPPORT_PANEL_H
 #define SUPPORT_PANEL_H
 
+#include <Board/CommandHandler.h>
 #include <Board/MainWindow.h>
 
+#include <QString>
+
 #include <memory>
+
+class QTimer;
 
 namespace Board
 {
@@ -14,7 +19,12 @@ class KSBaseHandler;
 namespace Test
 {
 
+using CommandType = Board::CommandHandler::CommandType;
+
 /// A panel for the time of a test: its window and its engine, ended in order.
+///
+/// The poll of the boards stands still: a test asks for a listing itself, so that no other comes
+/// between.
 class Panel
 {
 public:
@@ -27,13 +37,21 @@ public:
     Board::MainWindow* getWindow() const { return window.get(); }
     Board::KSBaseHandler* getEngine() const { return engine; }
     Board::Folio* getFolio() const;
+    /// The stopped timer that polls the boards.
+    QTimer* getPollTimer() const;
 
-    /// The first widget of that class below the window, by class alone or by its text.
+    /// Sends a command by its handler, waits and returns the reply.
+    std::string run(CommandType type, const std::string& command) const;
+    /// Deletes the window before the panel ends.
+    void closeWindow() { window.reset(); }
+
+    /// The first widget of that class below the window.
     template <class Widget>
     Widget* find() const
     {
         return window->findChild<Widget*>();
     }
+    /// The first widget of that class with that text.
     template <class Widget>
     Widget* findByText(const QString& text) const
     {

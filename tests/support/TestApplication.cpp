@@ -43,9 +43,15 @@ bool TestApplication::notify(QObject* receiver, QEvent* event)
     return false;
 }
 
-QStringList TestApplication::takeEscapedExceptions() { return std::exchange(escapedExceptions, {}); }
+QStringList TestApplication::takeEscapedExceptions()
+{
+    return std::exchange(escapedExceptions, {});
+}
 
-TestApplication* TestApplication::get() { return qobject_cast<TestApplication*>(qApp); }
+TestApplication* TestApplication::get()
+{
+    return qobject_cast<TestApplication*>(qApp);
+}
 
 DebugMode::DebugMode(bool isOn)
     : wasOn(Orvex::isDebug())
@@ -53,6 +59,9 @@ DebugMode::DebugMode(bool isOn)
     Orvex::setDebug(isOn);
 }
 
-DebugMode::~DebugMode() { Orvex::setDebug(wasOn); }
+DebugMode::~DebugMode()
+{
+    Orvex::setDebug(wasOn);
+}
 
 } // namespace Test

@@ -79,11 +79,20 @@ void CommandHandler::preDestroy()
     }
 }
 
-bool CommandHandler::hasFinished() const { return !result.empty(); }
+bool CommandHandler::hasFinished() const
+{
+    return !result.empty();
+}
 
-bool CommandHandler::isRunning() const { return running; }
+bool CommandHandler::isRunning() const
+{
+    return running;
+}
 
-void CommandHandler::setRunning(bool isRunning) { running = isRunning; }
+void CommandHandler::setRunning(bool isRunning)
+{
+    running = isRunning;
+}
 
 void CommandHandler::setResult(const std::string& reply)
 {
@@ -91,11 +100,20 @@ void CommandHandler::setResult(const std::string& reply)
     emit resultReady();
 }
 
-std::string CommandHandler::getAlias() const { return "CommandHandler[" + command + "]"; }
+std::string CommandHandler::getAlias() const
+{
+    return "CommandHandler[" + command + "]";
+}
 
-std::string CommandHandler::_getLabel() const { return getAlias(); }
+std::string CommandHandler::_getLabel() const
+{
+    return getAlias();
+}
 
-bool CommandHandler::_hasRecord() const { return true; }
+bool CommandHandler::_hasRecord() const
+{
+    return true;
+}
 
 Orvex::Slot* CommandHandler::_getSlot() const
 {

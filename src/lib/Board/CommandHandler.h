@@ -53,7 +53,8 @@ public:
 
     CommandType getCommandType() const { return commandType; }
     const std::string& getCommand() const { return command; }
-    /// The whole reply with its end mark, as the tool's bytes; empty until the command has finished.
+    /// The whole reply with its end mark, as the tool's bytes; empty until the command has
+    /// finished.
     const std::string& getResult() const { return result; }
     /// The sequence number within the queue, from 0.
     std::uint64_t getId() const { return id; }

@@ -69,7 +69,10 @@ struct Destroy {
 };
 using OwnedCommandHandler = std::unique_ptr<CommandHandler, Destroy>;
 
-std::string getOnOff(bool isOn) { return isOn ? "on" : "off"; }
+std::string getOnOff(bool isOn)
+{
+    return isOn ? "on" : "off";
+}
 
 /// Says on the console whether an operation worked.
 void tellVerdict(bool worked, const std::string& success, const std::string& failure)
@@ -258,7 +261,10 @@ void KSBaseHandler::detach(CommandHandler* handler)
     }
 }
 
-std::uint64_t KSBaseHandler::getCurrentCommandID() const { return currentCommandID++; }
+std::uint64_t KSBaseHandler::getCurrentCommandID() const
+{
+    return currentCommandID++;
+}
 
 CommandHandlers KSBaseHandler::getCommandHandlers() const
 {
@@ -419,10 +425,10 @@ void KSBaseHandler::onTimeout()
         return;
     }
     const QTime time = QTime(0, 0).addSecs(static_cast<int>(commandSeconds % secondsPerDay));
-    mainWindow->statusBar()->showMessage(
-        QStringLiteral("Executing command '%1' (%2)")
-            .arg(Orvex::getReadable(handler->getCommand()), time.toString(QStringLiteral("hh:mm:ss"))),
-        static_cast<int>(commandStatusTime.count()));
+    mainWindow->statusBar()->showMessage(QStringLiteral("Executing command '%1' (%2)")
+                                             .arg(Orvex::getReadable(handler->getCommand()),
+                                                  time.toString(QStringLiteral("hh:mm:ss"))),
+                                         static_cast<int>(commandStatusTime.count()));
 }
 
 std::string KSBaseHandler::exchange(CommandHandler::CommandType type, const std::string& command)
@@ -471,9 +477,15 @@ int KSBaseHandler::getIndex(const std::string& name) const
     return -1;
 }
 
-void KSBaseHandler::attach(Tamsa* tamsa) { tamsas[tamsa->getName()] = tamsa; }
+void KSBaseHandler::attach(Tamsa* tamsa)
+{
+    tamsas[tamsa->getName()] = tamsa;
+}
 
-void KSBaseHandler::detach(Tamsa* tamsa) { tamsas.erase(tamsa->getName()); }
+void KSBaseHandler::detach(Tamsa* tamsa)
+{
+    tamsas.erase(tamsa->getName());
+}
 
 void KSBaseHandler::refreshTamsaMap()
 {
@@ -545,7 +557,10 @@ bool KSBaseHandler::disconnectTamsas(const std::list<Tamsa*>& presentTamsas)
     return hasGone;
 }
 
-Tamsa* KSBaseHandler::getSelectedTamsa() const { return selectedTamsa; }
+Tamsa* KSBaseHandler::getSelectedTamsa() const
+{
+    return selectedTamsa;
+}
 
 void KSBaseHandler::select(const std::string& name)
 {
@@ -586,12 +601,14 @@ std::string KSBaseHandler::_getMode()
 }
 
 // A reading is an exchange with the board, so the real work is not const; for the caller it is.
-std::string KSBaseHandler::getMode() const { return const_cast<KSBaseHandler*>(this)->_getMode(); }
+std::string KSBaseHandler::getMode() const
+{
+    return const_cast<KSBaseHandler*>(this)->_getMode();
+}
 
 bool KSBaseHandler::_getForceBit()
 {
-    const std::string reply =
-        exchange(CommandHandler::CommandType::Control, "board get force_bit");
+    const std::string reply = exchange(CommandHandler::CommandType::Control, "board get force_bit");
     switch (getForceBitState(reply)) {
     case ForceBitState::Refused:
         Orvex::console->error(getForceBitError(reply), "");
@@ -628,9 +645,15 @@ std::string KSBaseHandler::getMonitor(unsigned long index) const
     return const_cast<KSBaseHandler*>(this)->_getMonitor(index);
 }
 
-bool KSBaseHandler::getResetBit() const { return selectedTamsa && selectedTamsa->getResetBit(); }
+bool KSBaseHandler::getResetBit() const
+{
+    return selectedTamsa && selectedTamsa->getResetBit();
+}
 
-bool KSBaseHandler::getClockBit() const { return selectedTamsa && selectedTamsa->getClockBit(); }
+bool KSBaseHandler::getClockBit() const
+{
+    return selectedTamsa && selectedTamsa->getClockBit();
+}
 
 void KSBaseHandler::setMode(const std::string& mode)
 {
@@ -661,8 +684,8 @@ void KSBaseHandler::setClockBit(bool isOn)
 void KSBaseHandler::setForceBit(bool isOn)
 {
     const std::string word = getOnOff(isOn);
-    tellVerdict(sendSetting("board set force_bit " + word),
-                "Force bit successfully set to " + word, "Setting of force bit failed");
+    tellVerdict(sendSetting("board set force_bit " + word), "Force bit successfully set to " + word,
+                "Setting of force bit failed");
 }
 
 void KSBaseHandler::programFlash(const std::string& path)
@@ -674,8 +697,8 @@ void KSBaseHandler::programFlash(const std::string& path)
 
 void KSBaseHandler::sendBitstream(const std::string& path)
 {
-    tellVerdict(isBitstreamLoaded(exchange(CommandHandler::CommandType::Transfer,
-                                           "chip bitstream load " + path)),
+    tellVerdict(isBitstreamLoaded(
+                    exchange(CommandHandler::CommandType::Transfer, "chip bitstream load " + path)),
                 "Bitstream successfully sent", "Bitstream failed");
 }
 
@@ -691,17 +714,29 @@ void KSBaseHandler::setErrorHandler(const std::string& name, const std::string& 
 
 // Introspection
 
-std::string KSBaseHandler::getAlias() const { return "KSBaseHandler"; }
+std::string KSBaseHandler::getAlias() const
+{
+    return "KSBaseHandler";
+}
 
-std::string KSBaseHandler::_getLabel() const { return getAlias(); }
+std::string KSBaseHandler::_getLabel() const
+{
+    return getAlias();
+}
 
-bool KSBaseHandler::_hasRecord() const { return true; }
+bool KSBaseHandler::_hasRecord() const
+{
+    return true;
+}
 
 Orvex::Slot* KSBaseHandler::_getSlot() const
 {
     return new Orvex::StandardSlot<KSBaseHandler*>(const_cast<KSBaseHandler*>(this));
 }
 
-Orvex::Record* KSBaseHandler::_getRecord() const { return makeRecord(*this, "KSBaseHandler"); }
+Orvex::Record* KSBaseHandler::_getRecord() const
+{
+    return makeRecord(*this, "KSBaseHandler");
+}
 
 } // namespace Board

@@ -33,8 +33,8 @@ class Tamsa;
 /// the typed operations on a board.
 ///
 /// Everything here lives on the GUI thread and is touched there only. One command runs at a time: a
-/// worker thread is started for it and sleeps in an event loop until the GUI thread has seen the end
-/// of the reply. What the worker needs of the engine it has done on the GUI thread, and waits.
+/// worker thread is started for it and sleeps in an event loop until the GUI thread has seen the
+/// end of the reply. What the worker needs of the engine it has done on the GUI thread, and waits.
 ///
 /// Unless told otherwise the operations run on the GUI thread and return only when the tool has
 /// answered, in a nested event loop without a time limit. Verdicts go to `Orvex::console`.

@@ -195,7 +195,8 @@ void MainWindow::refreshFileButton()
     QMenu* const menu = fileButton->menu();
     menu->clear();
     const QStringList names =
-        QDir(QDir::currentPath()).entryList({QStringLiteral("*.cmd")}, QDir::NoFilter, QDir::NoSort);
+        QDir(QDir::currentPath())
+            .entryList({QStringLiteral("*.cmd")}, QDir::NoFilter, QDir::NoSort);
     for (const QString& name : names) {
         QAction* const action = menu->addAction(name);
         if (fileButton->defaultAction() == nullptr) {

@@ -31,11 +31,20 @@ std::string getSimplified(const std::string& text)
     return simplified;
 }
 
-std::string getFirstLine(const std::string& reply) { return reply.substr(0, reply.find('\n')); }
+std::string getFirstLine(const std::string& reply)
+{
+    return reply.substr(0, reply.find('\n'));
+}
 
-bool isAccepted(const std::string& reply) { return contains(getSimplified(reply), "OK"); }
+bool isAccepted(const std::string& reply)
+{
+    return contains(getSimplified(reply), "OK");
+}
 
-bool isFlashProgrammed(const std::string& reply) { return contains(reply, "COMMAND SUCCEEDED"); }
+bool isFlashProgrammed(const std::string& reply)
+{
+    return contains(reply, "COMMAND SUCCEEDED");
+}
 
 bool isBitstreamLoaded(const std::string& reply)
 {

@@ -38,8 +38,8 @@ public slots:
 private:
     Scheduler(QThread* workerThread, KSBaseHandler* engine);
 
-    QThread* const thread;               ///< the engine's; not owned
-    KSBaseHandler* const ksBaseHandler;  ///< not owned
+    QThread* const thread;              ///< the engine's; not owned
+    KSBaseHandler* const ksBaseHandler; ///< not owned
 };
 
 } // namespace Board

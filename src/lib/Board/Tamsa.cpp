@@ -63,11 +63,20 @@ void Tamsa::destroy()
     delete this;
 }
 
-void Tamsa::preDestroy() { ksBaseHandler->detach(this); }
+void Tamsa::preDestroy()
+{
+    ksBaseHandler->detach(this);
+}
 
-void Tamsa::setResetBit(bool isSet) { resetBit = isSet; }
+void Tamsa::setResetBit(bool isSet)
+{
+    resetBit = isSet;
+}
 
-void Tamsa::setClockBit(bool isSet) { clockBit = isSet; }
+void Tamsa::setClockBit(bool isSet)
+{
+    clockBit = isSet;
+}
 
 void Tamsa::initialize()
 {
@@ -77,17 +86,29 @@ void Tamsa::initialize()
     setClockBit(true);
 }
 
-std::string Tamsa::getAlias() const { return "Tamsa[" + name + "]"; }
+std::string Tamsa::getAlias() const
+{
+    return "Tamsa[" + name + "]";
+}
 
-std::string Tamsa::_getLabel() const { return getAlias(); }
+std::string Tamsa::_getLabel() const
+{
+    return getAlias();
+}
 
-bool Tamsa::_hasRecord() const { return true; }
+bool Tamsa::_hasRecord() const
+{
+    return true;
+}
 
 Orvex::Slot* Tamsa::_getSlot() const
 {
     return new Orvex::StandardSlot<Tamsa*>(const_cast<Tamsa*>(this));
 }
 
-Orvex::Record* Tamsa::_getRecord() const { return makeRecord(*this, "Tamsa"); }
+Orvex::Record* Tamsa::_getRecord() const
+{
+    return makeRecord(*this, "Tamsa");
+}
 
 } // namespace Board
