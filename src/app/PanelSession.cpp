@@ -1,0 +1,98 @@
+#include "app/PanelSession.h"
+
+#include "app/PanelApplication.h"
+#include "app/SimulatedTool.h"
+#include "app/StartFailure.h"
+#include "app/StartupWait.h"
+
+#include <Board/KSBaseHandler.h>
+#include <Board/MainWindow.h>
+
+#include <QTimer>
+
+#include <cstdlib>
+
+namespace Kestoboard
+{
+
+PanelSession::PanelSession(const Options& wanted)
+    : options(wanted)
+{
+    connect(&signalNotifier, &SignalNotifier::received, &shutdown, &Shutdown::request);
+    connect(&shutdown, &Shutdown::ending, this, [this] { directory.leave(); });
+    connect(&toolWatch, &ToolWatch::toolEnded, this, &PanelSession::onToolEnded);
+    connect(qApp, &QGuiApplication::commitDataRequest, &shutdown, &Shutdown::save,
+            Qt::DirectConnection);
+    if (auto* const application = qobject_cast<PanelApplication*>(qApp)) {
+        connect(application, &PanelApplication::endRequested, &shutdown, &Shutdown::request);
+    }
+}
+
+PanelSession::~PanelSession() = default;
+
+int PanelSession::run()
+{
+    if (options.isSimulating) {
+        SimulatedTool::enable(options.scenario);
+    }
+    if (!directory.enter(options.directory) || !makeWindow()) {
+        return EXIT_FAILURE;
+    }
+    furnishWindow();
+    window->show();
+    const int status = QCoreApplication::exec();
+    endWindow();
+    return status;
+}
+
+/// Makes the window, on simulated boards when the person prefers them to none.
+bool PanelSession::makeWindow()
+{
+    for (;;) {
+        try {
+            window = tryToMakeWindow();
+            return true;
+        } catch (...) {
+            if (StartFailure::fromCurrentException().tell() == StartFailure::Choice::Quit) {
+                return false;
+            }
+        }
+        SimulatedTool::enable({});
+    }
+}
+
+std::unique_ptr<Board::MainWindow> PanelSession::tryToMakeWindow()
+{
+    StartupWait wait;
+    connect(&wait, &StartupWait::quitRequested, &shutdown, &Shutdown::request);
+    // The constructor serves events while it waits for the first listing: the first of them.
+    QTimer::singleShot(0, &toolWatch, &ToolWatch::begin);
+    return std::make_unique<Board::MainWindow>();
+}
+
+void PanelSession::furnishWindow()
+{
+    shutdown.watch(window.get());
+    toolWatch.begin();
+    window->setWindowTitle(SimulatedTool::isEnabled() ? tr("Kestoboard – simulated boards")
+                                                      : tr("Kestoboard"));
+}
+
+void PanelSession::endWindow()
+{
+    toolWatch.disconnect(this);
+    Board::KSBaseHandler* const engine = window->getKSBaseHandler();
+    window.reset();
+    engine->destroy();
+}
+
+void PanelSession::onToolEnded()
+{
+    if (SignalNotifier::hasReceived()) {
+        // An interrupt from the terminal reaches the tool as well, which then may end first.
+        shutdown.endNow();
+    }
+    shutdown.save();
+}
+
+} // namespace Kestoboard

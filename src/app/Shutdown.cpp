@@ -1,0 +1,170 @@
+#include "app/Shutdown.h"
+
+#include "app/PanelWindow.h"
+
+#include <Board/CommandHandler.h>
+#include <Board/KSBaseHandler.h>
+#include <Board/MainWindow.h>
+#include <Board/ScopeLeaf.h>
+#include <foundation/ForEachControler.h>
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTimer>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace Kestoboard
+{
+
+namespace
+{
+
+Board::KSBaseHandler* getEngine()
+{
+    const Board::MainWindow* const window = getPanelWindow();
+    return window != nullptr ? window->getKSBaseHandler() : nullptr;
+}
+
+/// A command exists exactly as long as somebody waits for it.
+bool isAnybodyWaiting()
+{
+    const Board::KSBaseHandler* const engine = getEngine();
+    return engine != nullptr && !engine->getCommandHandlers().isEmpty();
+}
+
+bool isTransferring()
+{
+    const Board::KSBaseHandler* const engine = getEngine();
+    if (engine == nullptr) {
+        return false;
+    }
+    Board::CommandHandler* handler = nullptr;
+    for (Orvex::ForEachControler<Board::CommandHandler*> loop(
+             handler, engine->getCommandHandlers().getPendings());
+         loop.next();) {
+        if (handler->getCommandType() == Board::CommandHandler::CommandType::Transfer) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// Nothing begins to wait for the board tool any more.
+void silence(Board::MainWindow* window)
+{
+    window->setEnabled(false);
+    QList<QTimer*> timers = window->findChildren<QTimer*>();
+    if (const Board::KSBaseHandler* const engine = window->getKSBaseHandler()) {
+        timers += engine->findChildren<QTimer*>();
+    }
+    for (QTimer* const timer : qAsConst(timers)) {
+        timer->stop();
+    }
+}
+
+} // namespace
+
+void endProcess(int status)
+{
+    // Not exit(): it destroys what Qt keeps for the whole program, while the worker of the engine
+    // may still be using it.
+    std::fflush(nullptr);
+    std::_Exit(status);
+}
+
+Shutdown::Shutdown(QObject* parent)
+    : QObject(parent)
+{
+}
+
+Shutdown::~Shutdown() = default;
+
+void Shutdown::watch(Board::MainWindow* window)
+{
+    window->installEventFilter(this);
+}
+
+bool Shutdown::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() != QEvent::Close) {
+        return QObject::eventFilter(watched, event);
+    }
+    event->ignore();
+    requestWithQuestion();
+    return true;
+}
+
+void Shutdown::requestWithQuestion()
+{
+    Board::MainWindow* const window = getPanelWindow();
+    if (window != nullptr && isTransferring()) {
+        ask(window);
+    } else {
+        request();
+    }
+}
+
+void Shutdown::request()
+{
+    if (isAnybodyWaiting()) {
+        endNow();
+    }
+    save();
+    emit ending();
+    if (Board::MainWindow* const window = getPanelWindow()) {
+        silence(window);
+        window->hide();
+    }
+    QCoreApplication::exit(EXIT_SUCCESS);
+}
+
+void Shutdown::endNow()
+{
+    save();
+    emit ending();
+    endProcess(EXIT_SUCCESS);
+}
+
+void Shutdown::save()
+{
+    const Board::MainWindow* const window = getPanelWindow();
+    if (window == nullptr) {
+        return;
+    }
+    emit saving();
+    for (Board::ScopeLeaf* const leaf : window->findChildren<Board::ScopeLeaf*>()) {
+        leaf->saveSettings();
+    }
+}
+
+void Shutdown::ask(Board::MainWindow* window)
+{
+    if (question) {
+        question->raise();
+        question->activateWindow();
+        return;
+    }
+    question = new QMessageBox(window);
+    question->setObjectName(QStringLiteral("leaveQuestion"));
+    question->setAttribute(Qt::WA_DeleteOnClose);
+    question->setIcon(QMessageBox::Warning);
+    question->setWindowTitle(tr("Leave Kestoboard"));
+    question->setText(tr("A bitstream is on its way to the board."));
+    question->setInformativeText(
+        tr("If you leave now, nobody will see whether it arrived. Leave all the same?"));
+    QPushButton* const leave = question->addButton(tr("Leave"), QMessageBox::DestructiveRole);
+    QPushButton* const stay = question->addButton(tr("Stay"), QMessageBox::RejectRole);
+    leave->setObjectName(QStringLiteral("leaveButton"));
+    stay->setObjectName(QStringLiteral("stayButton"));
+    question->setDefaultButton(stay);
+    question->setEscapeButton(stay);
+    connect(leave, &QPushButton::clicked, this, &Shutdown::request);
+    // Not exec(): the question must not become one more wait on top of the others.
+    question->open();
+}
+
+} // namespace Kestoboard

@@ -1,0 +1,113 @@
+#include "app/StartFailure.h"
+
+#include "app/Display.h"
+#include "app/SimulatedTool.h"
+
+#include <foundation/Encoding.h>
+#include <foundation/Exception.h>
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QStandardPaths>
+
+#include <cstdio>
+#include <exception>
+
+namespace Kestoboard
+{
+
+namespace
+{
+
+QString tr(const char* text)
+{
+    return QCoreApplication::translate("Kestoboard::StartFailure", text);
+}
+
+bool isToolMissing()
+{
+    return QStandardPaths::findExecutable(QStringLiteral("ksbase2_cli")).isEmpty();
+}
+
+bool isTranscriptWritable()
+{
+    const QFileInfo transcript(QStringLiteral("ksbase.log"));
+    if (transcript.exists()) {
+        return transcript.isFile() && transcript.isWritable();
+    }
+    return QFileInfo(QDir::currentPath()).isWritable();
+}
+
+StartFailure explain(const QString& message)
+{
+    if (isToolMissing()) {
+        return {tr("The board tool ksbase2_cli is not on the search path."),
+                tr("Install the board tool, or add its directory to PATH. Without boards, the "
+                   "option --simulate shows the panel with simulated ones."),
+                SimulatedTool::exists()};
+    }
+    if (!isTranscriptWritable() || message.contains(QLatin1String("ksbase.log"))) {
+        return {tr("The transcript ksbase.log cannot be written in %1.")
+                    .arg(QDir::toNativeSeparators(QDir::currentPath())),
+                tr("Work in a directory that you may write to: name it with --directory."), false};
+    }
+    return {
+        tr("The panel could not start: %1.").arg(message),
+        tr("What the board tool said is in the transcript %1.")
+            .arg(QDir::toNativeSeparators(QDir().absoluteFilePath(QStringLiteral("ksbase.log")))),
+        false};
+}
+
+} // namespace
+
+StartFailure StartFailure::fromCurrentException()
+{
+    try {
+        throw;
+    } catch (const Orvex::Exception& failure) {
+        return explain(Orvex::getReadable(failure.getMessage()));
+    } catch (const std::exception& failure) {
+        return explain(QString::fromLocal8Bit(failure.what()));
+    } catch (...) {
+        return explain(tr("the reason is not known"));
+    }
+}
+
+StartFailure::StartFailure(const QString& whatIsWrong, const QString& whatToDo,
+                           bool isSimulationOffered)
+    : sentence(whatIsWrong)
+    , advice(whatToDo)
+    , offersSimulation(isSimulationOffered)
+{
+}
+
+StartFailure::Choice StartFailure::tell() const
+{
+    if (!hasDisplay()) {
+        writeToStandardError(sentence + QLatin1Char('\n') + advice);
+        return Choice::Quit;
+    }
+    QMessageBox box(QMessageBox::Critical, tr("Kestoboard cannot start"), sentence);
+    box.setObjectName(QStringLiteral("startFailure"));
+    box.setInformativeText(advice);
+    QPushButton* simulate = nullptr;
+    if (offersSimulation) {
+        simulate = box.addButton(tr("Show simulated boards"), QMessageBox::AcceptRole);
+        box.setDefaultButton(simulate);
+    }
+    box.addButton(tr("Quit"), QMessageBox::RejectRole);
+    box.exec();
+    return simulate != nullptr && box.clickedButton() == simulate ? Choice::Simulate : Choice::Quit;
+}
+
+void writeToStandardError(const QString& text)
+{
+    const QByteArray bytes = "kestoboard: " + text.toLocal8Bit() + '\n';
+    std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stderr);
+    std::fflush(stderr);
+}
+
+} // namespace Kestoboard

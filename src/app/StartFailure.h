@@ -1,0 +1,41 @@
+#ifndef APP_STARTFAILURE_H
+#define APP_STARTFAILURE_H
+
+#include <QString>
+
+class QMessageBox;
+
+namespace Kestoboard
+{
+
+/// Why no window could be made, told to a person.
+class StartFailure
+{
+public:
+    enum class Choice { Quit, Simulate };
+
+    /// Reads the exception that is being handled; inside a catch block only.
+    static StartFailure fromCurrentException();
+    StartFailure(const QString& sentence, const QString& advice, bool canSimulate);
+
+    const QString& getSentence() const { return sentence; }
+    const QString& getAdvice() const { return advice; }
+    /// Simulated boards would do.
+    bool canSimulate() const { return offersSimulation; }
+
+    /// Shows a box, or writes to standard error when there is no display, and returns what the
+    /// person wants.
+    Choice tell() const;
+
+private:
+    QString sentence;
+    QString advice;
+    bool offersSimulation;
+};
+
+/// Writes a sentence for whoever started the program in a terminal.
+void writeToStandardError(const QString& text);
+
+} // namespace Kestoboard
+
+#endif

@@ -1,0 +1,40 @@
+#ifndef APP_TOOLWATCH_H
+#define APP_TOOLWATCH_H
+
+#include <QObject>
+#include <QPointer>
+
+class QProcess;
+
+namespace Kestoboard
+{
+
+/// Notices the end of the board tool before the engine does, which then ends the program.
+class ToolWatch : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit ToolWatch(QObject* parent = nullptr);
+
+    /// Begins to watch the tool of the panel's window; does nothing when there is no window yet or
+    /// the tool is watched already.
+    void begin();
+
+    /// How the tool ended, as a sentence.
+    QString getVerdict() const;
+
+signals:
+    /// Emitted once; the program ends right after.
+    void toolEnded();
+
+private:
+    void tell();
+
+    QPointer<QProcess> process;
+    bool hasTold = false;
+};
+
+} // namespace Kestoboard
+
+#endif

@@ -1,0 +1,68 @@
+#include "app/CommandLine.h"
+#include "app/Display.h"
+#include "app/LastWords.h"
+#include "app/PanelApplication.h"
+#include "app/PanelSession.h"
+#include "app/StartFailure.h"
+
+#include <foundation/Debug.h>
+
+#include <QCoreApplication>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace
+{
+
+using Kestoboard::CommandLine;
+
+CommandLine readCommandLine(int& argc, char** argv)
+{
+    // An application without windows: help and version need no display.
+    const QCoreApplication application(argc, argv);
+    return CommandLine(QCoreApplication::arguments());
+}
+
+int print(const QString& text)
+{
+    std::fputs(text.toLocal8Bit().constData(), stdout);
+    return EXIT_SUCCESS;
+}
+
+int refuse(const QString& sentence)
+{
+    Kestoboard::writeToStandardError(sentence);
+    return EXIT_FAILURE;
+}
+
+int showPanel(int& argc, char** argv, const Kestoboard::Options& options)
+{
+    if (!Kestoboard::hasPlatform()) {
+        return refuse(QCoreApplication::translate(
+            "main", "There is no display to show a window on: start the panel in a desktop "
+                    "session, or save pictures of its pages with --tour DIR."));
+    }
+    Orvex::setDebug(options.isDebug);
+    Kestoboard::PanelApplication application(argc, argv);
+    const Kestoboard::LastWords lastWords;
+    return Kestoboard::PanelSession(options).run();
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    Kestoboard::PanelApplication::setNames();
+    const CommandLine commandLine = readCommandLine(argc, argv);
+    switch (commandLine.getAction()) {
+    case CommandLine::Action::ShowHelp:
+    case CommandLine::Action::ShowVersion:
+        return print(commandLine.getText());
+    case CommandLine::Action::Refuse:
+        return refuse(commandLine.getText());
+    case CommandLine::Action::Run:
+        break;
+    }
+    return showPanel(argc, argv, commandLine.getOptions());
+}
