@@ -111,6 +111,22 @@ void Bench::holdAgain()
     QFile::remove(QDir(directory.path()).filePath(QStringLiteral("released")));
 }
 
+void Bench::setTool(const QByteArray& script)
+{
+    const QDir root(directory.path());
+    root.mkdir(QStringLiteral("bin"));
+    const QString tool = root.filePath(QStringLiteral("bin/ksbase2_cli"));
+    write(tool, script);
+    QFile::setPermissions(tool, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    qputenv("PATH",
+            QFile::encodeName(root.filePath(QStringLiteral("bin"))) + ':' + formerSearchPath);
+}
+
+void Bench::removeTool()
+{
+    qputenv("PATH", formerSearchPath);
+}
+
 QByteArray Bench::getJournalBytes() const
 {
     return read(QDir(directory.path()).filePath(QStringLiteral("journal")));

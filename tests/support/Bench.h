@@ -44,6 +44,11 @@ public:
     /// How often the tool has received exactly that line.
     int count(const QString& command) const;
 
+    /// Puts a shell script first on the search path, in place of the simulated tool.
+    void setTool(const QByteArray& script);
+    /// Takes every board tool off the search path.
+    void removeTool();
+
     /// The path of a file in the working directory.
     QString getPath(const QString& name) const;
     /// Writes a file in the working directory and returns its path.

@@ -1,0 +1,631 @@
+#include "support/Bench.h"
+#include "support/ConsoleRecorder.h"
+#include "support/Panel.h"
+#include "support/TestMain.h"
+
+#include <Board/KSBaseHandler.h>
+#include <Board/Scheduler.h>
+#include <foundation/FactoryFailed.h>
+#include <foundation/Fatal.h>
+#include <foundation/InvalidRequest.h>
+
+#include <QSignalSpy>
+#include <QStatusBar>
+#include <QTextCodec>
+#include <QThread>
+#include <QTimer>
+
+#include <memory>
+#include <vector>
+
+using Board::CommandHandler;
+using Test::Bench;
+using Test::CommandType;
+
+namespace
+{
+
+const char command[] = "board set reset on";
+const char otherCommand[] = "board set reset off";
+
+} // namespace
+
+/// How a queued command reaches the tool and how its reply comes back.
+class TestCommandExecution : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void anEmptyQueueStartsNothing();
+    void theReplyIsEverythingWithItsMark();
+    void aFailureEndsTheWaitLikeASuccess();
+    void theChunksOfAReplyDoNotMatter_data();
+    void theChunksOfAReplyDoNotMatter();
+    void aMarkWithinALineEndsTheReply();
+    void textAfterTheMarkMayBelongToTheReply();
+    void textBetweenCommandsIsInTheTranscriptOnly();
+    void textOfTheStartIsCleared();
+    void aMarkThatComesUnaskedEndsNoLaterWait();
+    void aNulCutsItsChunkButNotTheTranscript();
+    void bytesPassUnchangedBothWays();
+    void aLargeReplyComesWhole();
+    void theMarkIsAnnouncedAtEachChunkAfterIt();
+    void aCommandRunsWithTheFlagSet();
+    void numbersStartAgainWhenTheQueueStoodEmpty();
+    void aHandlerAliveKeepsTheNumbersGoing();
+    void detachingNothingFromAnEmptyQueueResetsTheNumber();
+    void attachAnnouncesEachHandler();
+    void aLongCommandLetsControlGoBeforeThePoll();
+    void theStatusBarCountsTheSeconds();
+    void theStatusBarStartsAgainAfterADay();
+    void aTickWithoutARunningCommandShowsNothing();
+    void theStatusTextIsShownReadable();
+    void aShortCommandShowsNothing();
+    void outsideDebugModeNothingIsSent();
+    void inDebugModeARawCommandIsAnswered();
+    void anEmptyRawCommandIsRefused();
+    void aRawCommandIsOfTheFirstType();
+    void aSecondExecutionIsRefused();
+    void aNullHandlerIsRefused();
+    void anEmptyResultIsReportedAndSentAgain();
+    void theSchedulerRefusesItsArguments_data();
+    void theSchedulerRefusesItsArguments();
+    void theSchedulerHasOneSlot();
+    void theSchedulerLaunchesWhenItsThreadStarts();
+    void aSilentToolLeavesTheWindowAlive();
+    void manyCommandsAreEachAnsweredOnce();
+
+private:
+    void setFaults(const QString& faults)
+    {
+        bench->setScenario(Bench::board("Aurora") + faults);
+        panel->run(CommandType::Refresh, "board list");
+        bench->takeJournal();
+    }
+    CommandHandler* create(CommandType type, const std::string& text)
+    {
+        return CommandHandler::create(type, text, panel->getEngine());
+    }
+    QString run(const char* text)
+    {
+        return QString::fromStdString(panel->run(CommandType::Control, text));
+    }
+
+    std::unique_ptr<Bench> bench;
+    std::unique_ptr<Test::Panel> panel;
+};
+
+void TestCommandExecution::init()
+{
+    bench = std::make_unique<Bench>();
+    bench->setScenario(Bench::board("Aurora"));
+    panel = std::make_unique<Test::Panel>();
+    bench->takeJournal();
+}
+
+void TestCommandExecution::cleanup()
+{
+    bench->release();
+    panel.reset();
+    bench.reset();
+}
+
+void TestCommandExecution::anEmptyQueueStartsNothing()
+{
+    run(command);
+    Board::KSBaseHandler* const engine = panel->getEngine();
+    bench->takeJournal();
+    engine->startThread();
+    run(otherCommand);
+    engine->startThread();
+    QCoreApplication::processEvents();
+    QVERIFY(!engine->isRunning());
+    QCOMPARE(bench->takeJournal(), QStringList({otherCommand}));
+}
+
+void TestCommandExecution::theReplyIsEverythingWithItsMark()
+{
+    setFaults(Bench::reply(command, "  first\n\nCOMMAND SUCCEEDED\n"));
+    QCOMPARE(run(command), QString("  first\n\nCOMMAND SUCCEEDED\n"));
+}
+
+void TestCommandExecution::aFailureEndsTheWaitLikeASuccess()
+{
+    setFaults(Bench::reply(command, "Error: no\nCOMMAND FAILED\n"));
+    CommandHandler* const handler = create(CommandType::Control, command);
+    Board::waitCommandHandlerReady(handler);
+    QVERIFY(handler->hasFinished());
+    QCOMPARE(handler->getResult(), std::string("Error: no\nCOMMAND FAILED\n"));
+    handler->destroy();
+}
+
+void TestCommandExecution::theChunksOfAReplyDoNotMatter_data()
+{
+    QTest::addColumn<int>("at");
+    // Each byte of the whole answer, the ones of its mark among them.
+    const int length = int(strlen("OK\nCOMMAND SUCCEEDED"));
+    for (int at = 1; at < length; ++at) {
+        QTest::addRow("cut at %d", at) << at;
+    }
+}
+
+void TestCommandExecution::theChunksOfAReplyDoNotMatter()
+{
+    QFETCH(int, at);
+    const QString whole = run(command);
+    setFaults(Bench::fault(command, QString("kind = \"split\"\nat = [%1]\npause_ms = 5").arg(at)));
+    CommandHandler* const handler = create(CommandType::Control, command);
+    Board::waitCommandHandlerReady(handler);
+    // What comes after the mark may come late: the reply is whole up to its mark in any case.
+    const QString reply = QString::fromStdString(handler->getResult());
+    handler->destroy();
+    QVERIFY(whole.startsWith(reply));
+    QVERIFY(reply.contains("COMMAND SUCCEEDED"));
+}
+
+void TestCommandExecution::aMarkWithinALineEndsTheReply()
+{
+    setFaults(Bench::reply(command, "xCOMMAND FAILEDx"));
+    QCOMPARE(run(command), QString("xCOMMAND FAILEDx"));
+}
+
+void TestCommandExecution::textAfterTheMarkMayBelongToTheReply()
+{
+    setFaults(Bench::reply(command, "COMMAND SUCCEEDED\nand more\n"));
+    QCOMPARE(run(command), QString("COMMAND SUCCEEDED\nand more\n"));
+}
+
+void TestCommandExecution::textBetweenCommandsIsInTheTranscriptOnly()
+{
+    setFaults(Bench::reply(command, "COMMAND SUCCEEDED\n"));
+    QCOMPARE(run(command), QString("COMMAND SUCCEEDED\n"));
+    // Said aside of any command: written by the tool when the answer was over.
+    bench->setScenario(Bench::board("Aurora") +
+                       Bench::fault(command, "kind = \"after\"\ntext = \"aside\\n\"\ntimes = 0"));
+    panel->run(CommandType::Refresh, "board list");
+    run(command);
+    QTRY_VERIFY(bench->readFile("ksbase.log").contains("aside"));
+    QVERIFY(!run(otherCommand).contains("aside"));
+}
+
+void TestCommandExecution::textOfTheStartIsCleared()
+{
+    panel.reset();
+    bench->setTool("#!/bin/sh\necho 'good morning COMMAND SUCCEEDED' >&2\n"
+                   "while read -r line; do echo \"$line COMMAND SUCCEEDED\" >&2; done\n");
+    panel = std::make_unique<Test::Panel>();
+    QTRY_VERIFY(bench->readFile("ksbase.log").contains("good morning"));
+    QCOMPARE(run(command), QString(command) + " COMMAND SUCCEEDED\n");
+}
+
+void TestCommandExecution::aMarkThatComesUnaskedEndsNoLaterWait()
+{
+    panel.reset();
+    bench->setTool("#!/bin/sh\n"
+                   "while read -r line; do echo \"$line COMMAND SUCCEEDED\" >&2\n"
+                   "echo 'unasked COMMAND FAILED' >&2; done\n");
+    panel = std::make_unique<Test::Panel>();
+    for (int round = 0; round < 20; ++round) {
+        QTRY_COMPARE(bench->readFile("ksbase.log").count("unasked"), round + 1);
+        const QString text = QString("command %1").arg(round);
+        const QString reply = run(qPrintable(text));
+        QVERIFY2(reply.startsWith(text + " COMMAND SUCCEEDED\n"), qPrintable(reply));
+    }
+}
+
+void TestCommandExecution::aNulCutsItsChunkButNotTheTranscript()
+{
+    panel.reset();
+    bench->setTool("#!/bin/sh\nread -r line; echo 'COMMAND SUCCEEDED' >&2\n"
+                   "read -r line; printf 'seen\\000unseen\\n' >&2; touch written\n"
+                   "while [ ! -e released ]; do sleep 0.01; done\n"
+                   "echo 'COMMAND SUCCEEDED' >&2; read -r line\n");
+    panel = std::make_unique<Test::Panel>();
+    CommandHandler* const handler = create(CommandType::Control, command);
+    QTRY_VERIFY(bench->readFile("ksbase.log").contains("unseen"));
+    bench->writeFile("released", {});
+    Board::waitCommandHandlerReady(handler);
+    QCOMPARE(handler->getResult(), std::string("seenCOMMAND SUCCEEDED\n"));
+    QVERIFY(bench->readFile("ksbase.log").contains(QByteArray("seen\0unseen\n", 12)));
+    handler->destroy();
+}
+
+void TestCommandExecution::bytesPassUnchangedBothWays()
+{
+    panel.reset();
+    bench->setTool("#!/bin/sh\nread -r line; echo 'COMMAND SUCCEEDED' >&2\n"
+                   "read -r line; printf '%s' \"$line\" > received\n"
+                   "{ cat received; echo ' COMMAND SUCCEEDED'; } >&2; read -r line\n");
+    panel = std::make_unique<Test::Panel>();
+    QByteArray bytes = "x";
+    for (int byte = 1; byte < 256; ++byte) {
+        if (byte != '\n' && byte != '\\') {
+            bytes += static_cast<char>(byte);
+        }
+    }
+    bytes += "x";
+    const std::string reply = panel->run(CommandType::Control, bytes.toStdString());
+    QCOMPARE(bench->readFile("received"), bytes);
+    QCOMPARE(QByteArray::fromStdString(reply), bytes + " COMMAND SUCCEEDED\n");
+}
+
+void TestCommandExecution::aLargeReplyComesWhole()
+{
+    panel.reset();
+    bench->writeFile("large", QByteArray(10 << 20, 'x') + "\nCOMMAND SUCCEEDED\n");
+    bench->setTool("#!/bin/sh\nread -r line; echo 'COMMAND SUCCEEDED' >&2\n"
+                   "read -r line; cat large >&2; read -r line\n");
+    panel = std::make_unique<Test::Panel>();
+    const std::string reply = panel->run(CommandType::Control, command);
+    QVERIFY(QByteArray::fromStdString(reply) == bench->readFile("large"));
+}
+
+void TestCommandExecution::theMarkIsAnnouncedAtEachChunkAfterIt()
+{
+    panel.reset();
+    bench->setTool("#!/bin/sh\nread -r line; echo 'COMMAND SUCCEEDED' >&2\n"
+                   "for piece in one two three; do\n"
+                   "while [ ! -e $piece ]; do sleep 0.01; done\necho $piece >&2; done\n"
+                   "read -r line\n");
+    panel = std::make_unique<Test::Panel>();
+    QSignalSpy done(panel->getEngine(), SIGNAL(commandDone()));
+    // No command runs: the mark of the listing has gone with its reply.
+    bench->writeFile("one", {});
+    QTRY_COMPARE(panel->getEngine()->getData(), QString("one\n"));
+    QCOMPARE(done.count(), 0);
+    bench->writeFile("two", {});
+    QTRY_COMPARE(panel->getEngine()->getData(), QString("one\ntwo\n"));
+    QCOMPARE(done.count(), 0);
+    bench->writeFile("three", {});
+    QTRY_COMPARE(panel->getEngine()->getData(), QString("one\ntwo\nthree\n"));
+
+    panel.reset();
+    for (const char* const piece : {"one", "two", "three"}) {
+        QFile::remove(bench->getPath(piece));
+    }
+    bench->setTool("#!/bin/sh\nread -r line; echo 'COMMAND SUCCEEDED' >&2\n"
+                   "for piece in one two three; do\n"
+                   "while [ ! -e $piece ]; do sleep 0.01; done\n"
+                   "echo $piece COMMAND FAILED >&2; done\nread -r line\n");
+    panel = std::make_unique<Test::Panel>();
+    QSignalSpy announced(panel->getEngine(), SIGNAL(commandDone()));
+    int expected = 0;
+    for (const char* const piece : {"one", "two", "three"}) {
+        bench->writeFile(piece, {});
+        QTRY_COMPARE(announced.count(), ++expected);
+    }
+}
+
+void TestCommandExecution::aCommandRunsWithTheFlagSet()
+{
+    setFaults(bench->hold(command));
+    CommandHandler* const handler = create(CommandType::Control, command);
+    QTRY_VERIFY(handler->isRunning());
+    QVERIFY(panel->getEngine()->isRunning());
+    bench->release();
+    Board::waitCommandHandlerReady(handler);
+    QVERIFY(!panel->getEngine()->isRunning());
+    QVERIFY(panel->getEngine()->getData().isEmpty());
+    handler->destroy();
+}
+
+void TestCommandExecution::numbersStartAgainWhenTheQueueStoodEmpty()
+{
+    CommandHandler* const first = create(CommandType::Control, command);
+    CommandHandler* const second = create(CommandType::Control, command);
+    QCOMPARE(first->getId(), std::uint64_t(0));
+    QCOMPARE(second->getId(), std::uint64_t(1));
+    first->destroy();
+    second->destroy();
+    CommandHandler* const third = create(CommandType::Control, command);
+    QCOMPARE(third->getId(), std::uint64_t(0));
+    third->destroy();
+}
+
+void TestCommandExecution::aHandlerAliveKeepsTheNumbersGoing()
+{
+    CommandHandler* const finished = create(CommandType::Control, command);
+    Board::waitCommandHandlerReady(finished);
+    CommandHandler* const next = create(CommandType::Control, command);
+    QCOMPARE(next->getId(), std::uint64_t(1));
+    next->destroy();
+    CommandHandler* const after = create(CommandType::Control, command);
+    QCOMPARE(after->getId(), std::uint64_t(2));
+    after->destroy();
+    finished->destroy();
+}
+
+void TestCommandExecution::detachingNothingFromAnEmptyQueueResetsTheNumber()
+{
+    Board::KSBaseHandler* const engine = panel->getEngine();
+    QCOMPARE(engine->getCurrentCommandID(), std::uint64_t(0));
+    QCOMPARE(engine->getCurrentCommandID(), std::uint64_t(1));
+    engine->detach(static_cast<CommandHandler*>(nullptr));
+    QCOMPARE(engine->getCurrentCommandID(), std::uint64_t(0));
+    engine->detach(static_cast<CommandHandler*>(nullptr));
+}
+
+void TestCommandExecution::attachAnnouncesEachHandler()
+{
+    QSignalSpy added(panel->getEngine(), SIGNAL(commandAdded()));
+    CommandHandler* const handler = create(CommandType::Control, command);
+    QCOMPARE(added.count(), 1);
+    // Also one that is there already.
+    panel->getEngine()->attach(handler);
+    QCOMPARE(added.count(), 2);
+    QCOMPARE(panel->getEngine()->getCommandHandlers().getCount(), 1UL);
+    handler->destroy();
+}
+
+void TestCommandExecution::aLongCommandLetsControlGoBeforeThePoll()
+{
+    setFaults(bench->hold("chip bitstream load"));
+    CommandHandler* const load = create(CommandType::Transfer, "chip bitstream load file");
+    QTRY_VERIFY(load->isRunning());
+    CommandHandler* const poll = create(CommandType::Refresh, "board list");
+    CommandHandler* const button = create(CommandType::Control, command);
+    bench->release();
+    QTRY_VERIFY(poll->hasFinished());
+    QCOMPARE(bench->takeJournal(),
+             QStringList({"chip bitstream load file", command, "board list"}));
+    for (CommandHandler* const handler : {load, poll, button}) {
+        handler->destroy();
+    }
+}
+
+void TestCommandExecution::theStatusBarCountsTheSeconds()
+{
+    setFaults(bench->hold(command));
+    QStatusBar* const bar = panel->getWindow()->statusBar();
+    QSignalSpy shown(bar, &QStatusBar::messageChanged);
+    CommandHandler* const handler = create(CommandType::Control, command);
+    const QString text = QString("Executing command '%1' (%2)").arg(command);
+    // The tick itself: a second passes twice.
+    QTRY_COMPARE(bar->currentMessage(), text.arg("00:00:01"));
+    QTRY_COMPARE(bar->currentMessage(), text.arg("00:00:02"));
+    QVERIFY(shown.count() >= 2);
+    bench->release();
+    Board::waitCommandHandlerReady(handler);
+    // The text goes by itself, soon after the end of the command.
+    QTRY_COMPARE(bar->currentMessage(), QString());
+    handler->destroy();
+}
+
+void TestCommandExecution::theStatusBarStartsAgainAfterADay()
+{
+    setFaults(bench->hold(command));
+    CommandHandler* const handler = create(CommandType::Control, command);
+    QTRY_VERIFY(handler->isRunning());
+    const int secondsPerDay = 24 * 60 * 60;
+    for (int second = 0; second < secondsPerDay - 1; ++second) {
+        panel->getEngine()->onTimeout();
+    }
+    const QString shown = panel->getWindow()->statusBar()->currentMessage();
+    QVERIFY2(shown.endsWith("(23:59:59)"), qPrintable(shown));
+    panel->getEngine()->onTimeout();
+    QVERIFY(panel->getWindow()->statusBar()->currentMessage().endsWith("(00:00:00)"));
+    bench->release();
+    Board::waitCommandHandlerReady(handler);
+    handler->destroy();
+}
+
+void TestCommandExecution::aTickWithoutARunningCommandShowsNothing()
+{
+    panel->getEngine()->onTimeout();
+    QCOMPARE(panel->getWindow()->statusBar()->currentMessage(), QString());
+    // Nor does it count: the next command begins at its first second.
+    setFaults(bench->hold(command));
+    CommandHandler* const handler = create(CommandType::Control, command);
+    QTRY_VERIFY(handler->isRunning());
+    panel->getEngine()->onTimeout();
+    QVERIFY(panel->getWindow()->statusBar()->currentMessage().endsWith("(00:00:01)"));
+    bench->release();
+    Board::waitCommandHandlerReady(handler);
+    handler->destroy();
+}
+
+void TestCommandExecution::theStatusTextIsShownReadable()
+{
+    setFaults(bench->hold("board set mode"));
+    CommandHandler* const handler = create(CommandType::Control, "board set mode 'm\u00e9 %1 <b>'");
+    QTRY_VERIFY(handler->isRunning());
+    panel->getEngine()->onTimeout();
+    QCOMPARE(panel->getWindow()->statusBar()->currentMessage(),
+             QString("Executing command 'board set mode 'm\u00e9 %1 <b>'' (00:00:01)"));
+    bench->release();
+    Board::waitCommandHandlerReady(handler);
+    handler->destroy();
+}
+
+void TestCommandExecution::aShortCommandShowsNothing()
+{
+    QSignalSpy shown(panel->getWindow()->statusBar(), &QStatusBar::messageChanged);
+    setFaults(bench->hold(command));
+    CommandHandler* const handler = create(CommandType::Control, command);
+    QTRY_VERIFY(handler->isRunning());
+    // The tick runs only while a command does.
+    QTimer* tick = nullptr;
+    for (QTimer* const timer : panel->getEngine()->findChildren<QTimer*>()) {
+        tick = timer->interval() == 1000 ? timer : tick;
+    }
+    QVERIFY(tick->isActive());
+    bench->release();
+    Board::waitCommandHandlerReady(handler);
+    QVERIFY(!tick->isActive());
+    handler->destroy();
+}
+
+void TestCommandExecution::outsideDebugModeNothingIsSent()
+{
+    const Test::DebugMode debug(false);
+    const QByteArray transcript = bench->readFile("ksbase.log");
+    QCOMPARE(panel->getEngine()->sendCommand(command), std::string());
+    QCOMPARE(panel->getEngine()->sendCommand(""), std::string());
+    run(otherCommand);
+    QCOMPARE(bench->takeJournal(), QStringList({otherCommand}));
+    QVERIFY(!bench->readFile("ksbase.log").mid(transcript.size()).contains(command));
+}
+
+void TestCommandExecution::inDebugModeARawCommandIsAnswered()
+{
+    const Test::DebugMode debug(true);
+    QCOMPARE(panel->getEngine()->sendCommand(command), run(command).toStdString());
+    QCOMPARE(bench->takeJournal(), QStringList({command, command}));
+    QVERIFY(panel->getEngine()->getCommandHandlers().isEmpty());
+}
+
+void TestCommandExecution::anEmptyRawCommandIsRefused()
+{
+    const Test::DebugMode debug(true);
+    QVERIFY_EXCEPTION_THROWN(panel->getEngine()->sendCommand(""), Orvex::FactoryFailed);
+}
+
+void TestCommandExecution::aRawCommandIsOfTheFirstType()
+{
+    const Test::DebugMode debug(true);
+    setFaults(bench->hold(command));
+    QTimer::singleShot(0, this, [this] {
+        QTRY_VERIFY(panel->getEngine()->isRunning());
+        QCOMPARE(panel->getEngine()->getCommandHandlers().getFirst()->getCommandType(),
+                 CommandType::Control);
+        bench->release();
+    });
+    QVERIFY(!panel->getEngine()->sendCommand(command).empty());
+}
+
+void TestCommandExecution::aSecondExecutionIsRefused()
+{
+    setFaults(bench->hold(command));
+    CommandHandler* const handler = create(CommandType::Control, command);
+    QTRY_VERIFY(handler->isRunning());
+    try {
+        panel->getEngine()->executeCommand(handler);
+        QFAIL("a second execution was begun");
+    } catch (const Orvex::InvalidRequest& failure) {
+        QVERIFY(QString::fromStdString(failure.getMessage()).contains("Already running"));
+        QCOMPARE(failure.getFunction(), std::string("executeCommand"));
+        QCOMPARE(failure.getFile(), std::string("src/lib/Board/KSBaseHandler"));
+    }
+    QVERIFY(panel->getEngine()->isRunning());
+    bench->release();
+    Board::waitCommandHandlerReady(handler);
+    handler->destroy();
+}
+
+void TestCommandExecution::aNullHandlerIsRefused()
+{
+    try {
+        panel->getEngine()->executeCommand(nullptr);
+        QFAIL("nothing was executed");
+    } catch (const Orvex::Fatal& failure) {
+        QVERIFY(QString::fromStdString(failure.getMessage()).contains("Null commandHandler"));
+        QCOMPARE(failure.getFunction(), std::string("executeCommand"));
+    }
+    QVERIFY(!panel->getEngine()->isRunning());
+}
+
+void TestCommandExecution::anEmptyResultIsReportedAndSentAgain()
+{
+    setFaults(bench->hold(command));
+    Test::ConsoleRecorder recorder;
+    CommandHandler* const handler = create(CommandType::Control, command);
+    QTRY_VERIFY(handler->isRunning());
+    // What ends the wait is not the tool: the worker is told to quit.
+    panel->getEngine()->preDestroy();
+    QTRY_COMPARE(recorder.getMessages().size(), 1);
+    const QString report = recorder.getLines().first();
+    QVERIFY2(report.startsWith("Empty result"), qPrintable(report));
+    QVERIFY(report.contains(QString("command: ") + command));
+    QVERIFY(report.contains("executeCommand"));
+    // Still pending, so the same command goes out once more, and the creator's wait is answered.
+    QTRY_VERIFY(handler->isRunning());
+    bench->release();
+    Board::waitCommandHandlerReady(handler);
+    QVERIFY(handler->hasFinished());
+    handler->destroy();
+    QTRY_COMPARE(bench->count(command), 2);
+}
+
+void TestCommandExecution::theSchedulerRefusesItsArguments_data()
+{
+    QTest::addColumn<bool>("hasThread");
+    QTest::addColumn<bool>("hasEngine");
+    QTest::addColumn<QString>("message");
+    QTest::newRow("thread") << false << true << "Null thread";
+    QTest::newRow("engine") << true << false << "Null ksBaseHandler";
+    QTest::newRow("both") << false << false << "Null thread";
+}
+
+void TestCommandExecution::theSchedulerRefusesItsArguments()
+{
+    QFETCH(bool, hasThread);
+    QFETCH(bool, hasEngine);
+    QFETCH(QString, message);
+    QThread thread;
+    try {
+        Board::Scheduler::create(hasThread ? &thread : nullptr,
+                                 hasEngine ? panel->getEngine() : nullptr);
+        QFAIL("nothing was refused");
+    } catch (const Orvex::FactoryFailed& failure) {
+        QVERIFY(QString::fromStdString(failure.getMessage()).contains(message));
+        QCOMPARE(failure.getFunction(), std::string("preCreate"));
+        QCOMPARE(failure.getFile(), std::string("src/lib/Board/Scheduler"));
+    }
+}
+
+void TestCommandExecution::theSchedulerHasOneSlot()
+{
+    const QMetaObject& meta = Board::Scheduler::staticMetaObject;
+    QCOMPARE(meta.methodCount() - meta.methodOffset(), 1);
+    QCOMPARE(meta.method(meta.methodOffset()).methodSignature(), QByteArray("launch()"));
+    QCOMPARE(meta.method(meta.methodOffset()).methodType(), QMetaMethod::Slot);
+}
+
+void TestCommandExecution::theSchedulerLaunchesWhenItsThreadStarts()
+{
+    QThread thread;
+    Board::Scheduler* const scheduler = Board::Scheduler::create(&thread, panel->getEngine());
+    QCOMPARE(scheduler->thread(), &thread);
+    QVERIFY(scheduler->parent() == nullptr);
+    QVERIFY(QObject::disconnect(&thread, SIGNAL(started()), scheduler, SLOT(launch())));
+    QVERIFY(QObject::connect(&thread, SIGNAL(started()), scheduler, SLOT(launch())));
+    // With nothing pending it ends the thread at once.
+    QSignalSpy finished(&thread, &QThread::finished);
+    thread.start();
+    QTRY_COMPARE(finished.count(), 1);
+    thread.wait();
+    scheduler->destroy();
+}
+
+void TestCommandExecution::aSilentToolLeavesTheWindowAlive()
+{
+    setFaults(Bench::fault(command, "kind = \"never\""));
+    CommandHandler* const silent = create(CommandType::Control, command);
+    QTRY_VERIFY(silent->isRunning());
+    CommandHandler* const queued = create(CommandType::Control, otherCommand);
+    bool served = false;
+    QTimer::singleShot(0, this, [&] { served = true; });
+    QTRY_VERIFY(served);
+    QVERIFY(!queued->hasFinished());
+    QCOMPARE(bench->count(otherCommand), 0);
+    queued->destroy();
+    silent->destroy();
+}
+
+void TestCommandExecution::manyCommandsAreEachAnsweredOnce()
+{
+    panel.reset();
+    bench->setTool(
+        "#!/bin/sh\nwhile read -r line; do echo \"$line COMMAND SUCCEEDED\" >&2; done\n");
+    panel = std::make_unique<Test::Panel>();
+    for (int number = 0; number < 2000; ++number) {
+        const std::string text = "command " + std::to_string(number);
+        QCOMPARE(panel->run(CommandType::Control, text), text + " COMMAND SUCCEEDED\n");
+    }
+}
+
+KESTOBOARD_TEST_MAIN(TestCommandExecution)
+
+#include "tst_command_execution.moc"
