@@ -1,0 +1,3 @@
+# One reset pulse on the selected board.
+board set reset on
+board set reset off
