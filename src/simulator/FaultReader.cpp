@@ -5,6 +5,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
+#include <map>
 
 namespace Simulator
 {
@@ -52,7 +53,24 @@ std::string readRawText(TableReader& reader)
     return reader.has("hex") ? getBytes(reader, "hex") : reader.getText("text", {});
 }
 
-void readPieces(TableReader& reader, FaultSetup& fault)
+void readNothing(TableReader& /*reader*/, FaultSetup& /*fault*/) {}
+
+void readLate(TableReader& reader, FaultSetup& fault)
+{
+    fault.delayMs = reader.getInteger("delay_ms", 1000, 0, longestDelayMs);
+}
+
+void readHold(TableReader& reader, FaultSetup& fault)
+{
+    fault.file = reader.getRequiredText("file");
+}
+
+void readRefused(TableReader& reader, FaultSetup& fault)
+{
+    fault.text = reader.getLine("message", "Refused by the board");
+}
+
+void readSplit(TableReader& reader, FaultSetup& fault)
 {
     fault.at = reader.getIntegers("at");
     fault.every = reader.getInteger("every", 0, 1, largestAnswer);
@@ -62,73 +80,95 @@ void readPieces(TableReader& reader, FaultSetup& fault)
     }
 }
 
-void readDetails(TableReader& reader, const std::string& folder, FaultSetup& fault)
+void readNul(TableReader& reader, FaultSetup& fault)
 {
-    switch (fault.kind) {
-    case FaultKind::Late:
-        fault.delayMs = reader.getInteger("delay_ms", 1000, 0, longestDelayMs);
-        break;
-    case FaultKind::Hold:
-        fault.file = std::filesystem::path(folder) / reader.getRequiredText("file");
-        break;
-    case FaultKind::Refused:
-        fault.text = reader.getLine("message", "Refused by the board");
-        break;
-    case FaultKind::Split:
-        readPieces(reader, fault);
-        break;
-    case FaultKind::Nul:
-        fault.at = reader.getIntegers("at");
-        break;
-    case FaultKind::Garbage:
-        fault.bytes = reader.getInteger("bytes", defaultNoise, 1, largestAnswer);
-        break;
-    case FaultKind::Large:
-        fault.bytes = reader.getInteger("bytes", 0, 1, largestAnswer);
-        if (fault.bytes == 0) {
-            reader.refuse("bytes", "A large answer needs 'bytes'");
-        }
-        break;
-    case FaultKind::After:
-        fault.text = readRawText(reader);
-        fault.delayMs = readMs(reader, "delay_ms");
-        break;
-    case FaultKind::Before:
-    case FaultKind::Stdout:
-    case FaultKind::Reply:
-        fault.text = readRawText(reader);
-        break;
-    case FaultKind::Exit:
-        fault.number = reader.getInteger("status", 1, 0, largestStatus);
-        fault.text = reader.getText("text", {});
-        break;
-    case FaultKind::Kill:
-        fault.number = reader.getInteger("signal", SIGKILL, 1, SIGRTMAX);
-        fault.text = reader.getText("text", {});
-        break;
-    case FaultKind::Never:
-    case FaultKind::CloseStdin:
-    case FaultKind::CloseStderr:
-        break;
+    fault.at = reader.getIntegers("at");
+}
+
+void readGarbage(TableReader& reader, FaultSetup& fault)
+{
+    fault.bytes = reader.getInteger("bytes", defaultNoise, 1, largestAnswer);
+}
+
+void readLarge(TableReader& reader, FaultSetup& fault)
+{
+    fault.bytes = reader.getInteger("bytes", 0, 1, largestAnswer);
+    if (fault.bytes == 0) {
+        reader.refuse("bytes", "A large answer needs 'bytes'");
     }
+}
+
+void readText(TableReader& reader, FaultSetup& fault)
+{
+    fault.text = readRawText(reader);
+}
+
+void readAfter(TableReader& reader, FaultSetup& fault)
+{
+    fault.text = readRawText(reader);
+    fault.delayMs = readMs(reader, "delay_ms");
+}
+
+void readExit(TableReader& reader, FaultSetup& fault)
+{
+    fault.number = reader.getInteger("status", 1, 0, largestStatus);
+    fault.text = reader.getText("text", {});
+}
+
+void readKill(TableReader& reader, FaultSetup& fault)
+{
+    fault.number = reader.getInteger("signal", SIGKILL, 1, SIGRTMAX);
+    fault.text = reader.getText("text", {});
+}
+
+// The kinds by their names in the file, each with the keys of its own.
+struct FaultForm {
+    FaultKind kind;
+    void (*read)(TableReader& reader, FaultSetup& fault);
+};
+
+const std::map<std::string, FaultForm>& getForms()
+{
+    static const std::map<std::string, FaultForm> forms{
+        {"late", {FaultKind::Late, readLate}},
+        {"hold", {FaultKind::Hold, readHold}},
+        {"never", {FaultKind::Never, readNothing}},
+        {"refused", {FaultKind::Refused, readRefused}},
+        {"split", {FaultKind::Split, readSplit}},
+        {"nul", {FaultKind::Nul, readNul}},
+        {"garbage", {FaultKind::Garbage, readGarbage}},
+        {"before", {FaultKind::Before, readText}},
+        {"after", {FaultKind::After, readAfter}},
+        {"large", {FaultKind::Large, readLarge}},
+        {"stdout", {FaultKind::Stdout, readText}},
+        {"exit", {FaultKind::Exit, readExit}},
+        {"kill", {FaultKind::Kill, readKill}},
+        {"reply", {FaultKind::Reply, readText}},
+        {"close_stdin", {FaultKind::CloseStdin, readNothing}},
+        {"close_stderr", {FaultKind::CloseStderr, readNothing}},
+    };
+    return forms;
 }
 
 } // namespace
 
 FaultSetup readFault(TableReader& reader, const std::string& folder)
 {
-    FaultSetup fault;
-    const std::string name = reader.getRequiredText("kind");
-    const auto kind = getFaultKind(name);
-    if (!kind) {
-        reader.refuse("kind", "There is no fault of the kind '" + name + "'");
+    const std::string kind = reader.getRequiredText("kind");
+    const auto form = getForms().find(kind);
+    if (form == getForms().end()) {
+        reader.refuse("kind", "There is no fault of the kind '" + kind + "'");
     }
-    fault.kind = *kind;
+    FaultSetup fault;
+    fault.kind = form->second.kind;
     fault.command = reader.getLine("command", {});
     fault.note = reader.getText("note", {});
     fault.skip = reader.getInteger("skip", 0, 0, mostLines);
     fault.times = reader.getInteger("times", 1, 0, mostLines);
-    readDetails(reader, folder, fault);
+    form->second.read(reader, fault);
+    if (!fault.file.empty()) {
+        fault.file = std::filesystem::path(folder) / fault.file;
+    }
     reader.finish();
     return fault;
 }

@@ -1,6 +1,5 @@
 #include "FaultSetup.h"
 
-#include <map>
 #include <tuple>
 
 namespace Simulator
@@ -21,30 +20,6 @@ auto getFields(const FaultSetup& fault)
 bool operator==(const FaultSetup& left, const FaultSetup& right)
 {
     return getFields(left) == getFields(right);
-}
-
-std::optional<FaultKind> getFaultKind(const std::string& name)
-{
-    static const std::map<std::string, FaultKind> kinds{
-        {"late", FaultKind::Late},
-        {"hold", FaultKind::Hold},
-        {"never", FaultKind::Never},
-        {"refused", FaultKind::Refused},
-        {"split", FaultKind::Split},
-        {"nul", FaultKind::Nul},
-        {"garbage", FaultKind::Garbage},
-        {"before", FaultKind::Before},
-        {"after", FaultKind::After},
-        {"large", FaultKind::Large},
-        {"stdout", FaultKind::Stdout},
-        {"exit", FaultKind::Exit},
-        {"kill", FaultKind::Kill},
-        {"reply", FaultKind::Reply},
-        {"close_stdin", FaultKind::CloseStdin},
-        {"close_stderr", FaultKind::CloseStderr},
-    };
-    const auto found = kinds.find(name);
-    return found == kinds.end() ? std::nullopt : std::make_optional(found->second);
 }
 
 } // namespace Simulator

@@ -1,7 +1,6 @@
 #ifndef SIMULATOR_FAULT_SETUP_H
 #define SIMULATOR_FAULT_SETUP_H
 
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -32,24 +31,21 @@ enum class FaultKind {
 /// does not use keep their first value.
 struct FaultSetup {
     FaultKind kind = FaultKind::Never;
-    std::string command; ///< prefix of the lines that it meets; empty for every line
-    std::string note;    ///< free text; a fault with another note is another fault
-    long skip = 0;       ///< lines that are passed over before the first one is met
-    long times = 1;      ///< lines that are met; 0 for no end
-    long delayMs = 0;
-    long pauseMs = 0;
-    long every = 0; ///< length of a piece in bytes; 0 when only `at` cuts
-    long bytes = 0;
+    std::string command;  ///< prefix of the lines that it meets; empty for every line
+    std::string note;     ///< free text; a fault with another note is another fault
+    long skip = 0;        ///< lines that are passed over before the first one is met
+    long times = 1;       ///< lines that are met; 0 for no end
+    long delayMs = 0;     ///< before the answer, or before what follows it
+    long pauseMs = 0;     ///< between the pieces of the answer
+    long every = 0;       ///< length of a piece in bytes; 0 when only `at` cuts
+    long bytes = 0;       ///< size of a large answer or of garbage
     long number = 0;      ///< exit status or signal
     std::vector<long> at; ///< byte offsets; negative ones count from the end of the answer
-    std::string text;
-    std::string file;
+    std::string text;     ///< what is said, as bytes
+    std::string file;     ///< absolute path of the file that ends a hold
 };
 
 bool operator==(const FaultSetup& left, const FaultSetup& right);
-
-/// The kind that a scenario calls by `name`, or nothing.
-std::optional<FaultKind> getFaultKind(const std::string& name);
 
 } // namespace Simulator
 

@@ -20,6 +20,72 @@ QByteArray said(const QByteArray& lines)
     return lines + "\nCOMMAND SUCCEEDED\n";
 }
 
+void addExchange(const char* line, const QByteArray& answer)
+{
+    QTest::newRow(line) << QByteArray(line) << answer;
+}
+
+void addSetters()
+{
+    const QByteArray noSwitch = refused("Either on or off must follow");
+    const QByteArray noQuotes =
+        refused("The mode must stand between single quotes, such as 'Jtag only'");
+    const QByteArray noMode = refused("Unknown mode, the modes are 'Master Serial', 'Jtag only', "
+                                      "'Master SPI', 'Master SPI + Vcc', 'Slave SpaceWire'");
+    addExchange("board set mode 'Master SPI'", ok);
+    addExchange("board set mode Master SPI", noQuotes);
+    addExchange("board set mode '", noQuotes);
+    addExchange("board set mode", noQuotes);
+    addExchange("board set mode ''", noMode);
+    addExchange("board set mode 'jtag only'", noMode);
+    addExchange("board set reset on", ok);
+    addExchange("board set reset off", ok);
+    addExchange("board set reset", noSwitch);
+    addExchange("board set reset 1", noSwitch);
+    addExchange("board set reset on off", noSwitch);
+    addExchange("board set jtag_clock on", ok);
+    addExchange("board set jtag_clock off", ok);
+    addExchange("board set jtag_clock ON", noSwitch);
+    addExchange("board set force_bit on", ok);
+    addExchange("board set force_bit off", ok);
+    addExchange("board set force_bit maybe", noSwitch);
+}
+
+void addOthers()
+{
+    const QByteArray noArgument = refused("This command takes no argument");
+    const QByteArray noNumber = refused("A whole number must follow");
+    const QByteArray noBoard = refused("There is no board of this number, they go from 0 to 0");
+    const QByteArray noHandler = refused("The error handler must be Text or Silent");
+    addExchange("board list now", noArgument);
+    addExchange("board select 0", ok);
+    addExchange("board select 0 ", ok);
+    addExchange("board select", noNumber);
+    addExchange("board select one", noNumber);
+    addExchange("board select 0x", noNumber);
+    addExchange("board select 1", noBoard);
+    addExchange("board select -1", noBoard);
+    addExchange("board select 99999999999999999999", noNumber);
+    addExchange("board get mode", said("Jtag only"));
+    addExchange("board get mode 1", noArgument);
+    addExchange("board get force_bit", said("Forcebit is not set"));
+    addExchange("board get force_bit x", noArgument);
+    addExchange("board monitor get 0", said("VIO: 3.300V 0.080A"));
+    addExchange("board monitor get", noNumber);
+    addExchange("board monitor get 1", refused("The only monitor is 0"));
+    addExchange("chip bitstream err_handler select Text", ok);
+    addExchange("chip bitstream err_handler select Silent", ok);
+    addExchange("chip bitstream err_handler select Text outfilepath=/out/with blank.txt", ok);
+    addExchange("chip bitstream err_handler select",
+                refused("The error handler must be Text or Silent"));
+    addExchange("chip bitstream err_handler select text", noHandler);
+    addExchange("chip bitstream err_handler select Text outfilepath=",
+                refused("A path must follow outfilepath="));
+    addExchange("chip bitstream err_handler select Text /out",
+                refused("Only outfilepath=PATH can follow the name"));
+    addExchange("help me", noArgument);
+}
+
 } // namespace
 
 /// Each command but the transfers and the capture: what it answers and what it leaves behind.
@@ -55,61 +121,8 @@ void TestSimulatorCommands::aCommandIsAnswered_data()
 {
     QTest::addColumn<QByteArray>("line");
     QTest::addColumn<QByteArray>("answer");
-    const QByteArray noArgument = refused("This command takes no argument");
-    const QByteArray noNumber = refused("A whole number must follow");
-    const QByteArray noSwitch = refused("Either on or off must follow");
-    const QByteArray noQuotes =
-        refused("The mode must stand between single quotes, such as 'Jtag only'");
-    const QByteArray noMode = refused("Unknown mode, the modes are 'Master Serial', 'Jtag only', "
-                                      "'Master SPI', 'Master SPI + Vcc', 'Slave SpaceWire'");
-
-    const auto row = [](const char* line, const QByteArray& answer) {
-        QTest::newRow(line) << QByteArray(line) << answer;
-    };
-    row("board list now", noArgument);
-    row("board select 0", ok);
-    row("board select 0 ", ok);
-    row("board select", noNumber);
-    row("board select one", noNumber);
-    row("board select 0x", noNumber);
-    row("board select 1", refused("There is no board of this number, they go from 0 to 0"));
-    row("board select -1", refused("There is no board of this number, they go from 0 to 0"));
-    row("board select 99999999999999999999", noNumber);
-    row("board get mode", said("Jtag only"));
-    row("board get mode 1", noArgument);
-    row("board get force_bit", said("Forcebit is not set"));
-    row("board get force_bit x", noArgument);
-    row("board set mode 'Master SPI'", ok);
-    row("board set mode Master SPI", noQuotes);
-    row("board set mode '", noQuotes);
-    row("board set mode", noQuotes);
-    row("board set mode ''", noMode);
-    row("board set mode 'jtag only'", noMode);
-    row("board set reset on", ok);
-    row("board set reset off", ok);
-    row("board set reset", noSwitch);
-    row("board set reset 1", noSwitch);
-    row("board set reset on off", noSwitch);
-    row("board set jtag_clock on", ok);
-    row("board set jtag_clock off", ok);
-    row("board set jtag_clock ON", noSwitch);
-    row("board set force_bit on", ok);
-    row("board set force_bit off", ok);
-    row("board set force_bit maybe", noSwitch);
-    row("board monitor get 0", said("VIO: 3.300V 0.080A"));
-    row("board monitor get", noNumber);
-    row("board monitor get 1", refused("The only monitor is 0"));
-    row("chip bitstream err_handler select Text", ok);
-    row("chip bitstream err_handler select Silent", ok);
-    row("chip bitstream err_handler select Text outfilepath=/out/with blank.txt", ok);
-    row("chip bitstream err_handler select", refused("The error handler must be Text or Silent"));
-    row("chip bitstream err_handler select text",
-        refused("The error handler must be Text or Silent"));
-    row("chip bitstream err_handler select Text outfilepath=",
-        refused("A path must follow outfilepath="));
-    row("chip bitstream err_handler select Text /out",
-        refused("Only outfilepath=PATH can follow the name"));
-    row("help me", noArgument);
+    addSetters();
+    addOthers();
 }
 
 void TestSimulatorCommands::aCommandIsAnswered()
