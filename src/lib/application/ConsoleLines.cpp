@@ -25,13 +25,8 @@ bool isInvisible(QChar character)
 QString getSign(QChar character)
 {
     const ushort code = character.unicode();
-    if (code < 0x20) {
-        return QChar(0x2400 + code);
-    }
-    if (code == 0x7f) {
-        return QChar(0x2421);
-    }
-    return QStringLiteral("<U+%1>").arg(code, 4, 16, QLatin1Char('0')).toUpper();
+    return code < 0x100 ? QStringLiteral("\\x%1").arg(code, 2, 16, QLatin1Char('0'))
+                        : QStringLiteral("\\u%1").arg(code, 4, 16, QLatin1Char('0'));
 }
 
 QString getVisible(QString text)
@@ -40,7 +35,7 @@ QString getVisible(QString text)
         return text;
     }
     QString visible;
-    visible.reserve(text.size() * 2);
+    visible.reserve(text.size() + text.size() / 2);
     for (const QChar character : text) {
         if (isInvisible(character)) {
             visible += getSign(character);

@@ -37,7 +37,7 @@ class ConsoleLines
 
 public:
     /// Characters of a line of the message that are shown in one line.
-    static constexpr int pieceLength = 4096;
+    static constexpr int pieceLength = 2000;
     /// Blanks for a step of depth.
     static constexpr int indentWidth = 4;
 

@@ -35,8 +35,9 @@ constexpr NamedColor namedColors[] = {
     {"disabled", "#66717e", "#8f9aa6"},     {"accent", "#155fa8", "#6db3f2"},
     {"selection", "#1a67b3", "#2a65a0"},    {"selection_text", "#ffffff", "#ffffff"},
     {"tooltip", "#26303b", "#343d47"},      {"tooltip_text", "#f4f6f8", "#e6eaee"},
-    {"icon", "#36424f", "#ccd4dc"},         {"error", "#b3261e", "#ff8f85"},
-    {"warning", "#855000", "#f0b45a"},      {"success", "#1b7033", "#74cf8f"},
+    {"icon", "#36424f", "#ccd4dc"},         {"match", "#ffe08a", "#5c4a10"},
+    {"error", "#b3261e", "#ff8f85"},        {"warning", "#855000", "#f0b45a"},
+    {"success", "#1b7033", "#74cf8f"},
 };
 
 /// The colours that the drawings are made in: those of the light scheme, exchanged in the dark one.

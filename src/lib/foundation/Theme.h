@@ -31,7 +31,8 @@ struct ThemeInks;
 /// Colours: "window" (behind everything), "base" (lists and fields), "background" (cards),
 /// "button", "button_hover", "button_checked", "border" (between areas), "frame" (around fields),
 /// "text", "text_light", "disabled", "accent", "selection", "selection_text", "tooltip",
-/// "tooltip_text", "icon", "error", "warning", "success".
+/// "tooltip_text", "icon", "match" (behind found
+/// text), "error", "warning", "success".
 ///
 /// Icons: one for each drawing of `resources/icons`, under the name of its file.
 class ORVEX_EXPORT Theme : public QObject

@@ -1,0 +1,246 @@
+#include <application/ConsoleFindBar.h>
+
+#include <application/ConsoleView.h>
+#include <application/IconButton.h>
+
+#include <QElapsedTimer>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QLocale>
+#include <QToolButton>
+
+#include <chrono>
+
+namespace Zandu
+{
+
+namespace
+{
+
+constexpr std::chrono::milliseconds sliceTime(8);
+
+} // namespace
+
+ConsoleFindBar::ConsoleFindBar(ConsoleView* searchedView, QWidget* parent)
+    : QWidget(parent)
+    , view(searchedView)
+    , field(new QLineEdit(this))
+    , caseButton(new QToolButton(this))
+    , countLabel(new QLabel(this))
+{
+    field->setPlaceholderText(tr("Find in the console"));
+    field->setAccessibleName(tr("Text to find"));
+    field->setClearButtonEnabled(true);
+    caseButton->setText(QStringLiteral("Aa"));
+    caseButton->setCheckable(true);
+    caseButton->setAutoRaise(true);
+    caseButton->setToolTip(tr("Match upper and lower case"));
+    caseButton->setAccessibleName(caseButton->toolTip());
+    QToolButton* previous = createIconButton("previous", tr("Previous match (Shift+F3)"), this);
+    QToolButton* next = createIconButton("next", tr("Next match (F3)"), this);
+    QToolButton* closer = createIconButton("close", tr("Close the find bar (Esc)"), this);
+
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(4);
+    layout->addWidget(field, 1);
+    layout->addWidget(countLabel);
+    for (QToolButton* button : {caseButton, previous, next, closer}) {
+        layout->addWidget(button);
+    }
+    hide();
+
+    countTimer.setSingleShot(true);
+    countTimer.setInterval(0);
+    connect(&countTimer, &QTimer::timeout, this, &ConsoleFindBar::countSlice);
+    connect(field, &QLineEdit::textChanged, this, [this] {
+        restartCount();
+        const QTextCursor cursor = view->textCursor();
+        const QTextBlock block = view->document()->findBlock(cursor.selectionStart());
+        selectFrom(block, cursor.selectionStart() - block.position());
+    });
+    connect(caseButton, &QToolButton::toggled, this, &ConsoleFindBar::restartCount);
+    connect(previous, &QToolButton::clicked, this, &ConsoleFindBar::findPrevious);
+    connect(next, &QToolButton::clicked, this, &ConsoleFindBar::findNext);
+    connect(closer, &QToolButton::clicked, this, &ConsoleFindBar::close);
+    connect(view, &ConsoleView::linesRearranged, this, &ConsoleFindBar::restartCount);
+    connect(view, &ConsoleView::linesAdded, this, [this] {
+        if (isVisible() && !countTimer.isActive()) {
+            countTimer.start();
+        }
+    });
+}
+
+void ConsoleFindBar::open()
+{
+    const QString selected = view->textCursor().selectedText();
+    show();
+    if (!selected.isEmpty() && !selected.contains(QChar::ParagraphSeparator)) {
+        field->setText(selected);
+    }
+    field->setFocus();
+    field->selectAll();
+    restartCount();
+}
+
+void ConsoleFindBar::close()
+{
+    hide();
+    countTimer.stop();
+    view->setMarkedText(QString(), getCase());
+    view->setFocus();
+}
+
+void ConsoleFindBar::findNext()
+{
+    if (isKnownAbsent()) {
+        return;
+    }
+    const int position = view->textCursor().selectionEnd();
+    const QTextBlock block = view->document()->findBlock(position);
+    if (!selectFrom(block, position - block.position())) {
+        selectFrom(view->document()->begin(), 0);
+    }
+}
+
+void ConsoleFindBar::findPrevious()
+{
+    if (isKnownAbsent()) {
+        return;
+    }
+    const int position = view->textCursor().selectionStart();
+    const QTextBlock block = view->document()->findBlock(position);
+    if (!selectBefore(block, position - block.position())) {
+        const QTextBlock last = view->document()->lastBlock();
+        selectBefore(last, last.length());
+    }
+}
+
+void ConsoleFindBar::keyPressEvent(QKeyEvent* event)
+{
+    const bool shift = (event->modifiers() & Qt::ShiftModifier) != 0;
+    switch (event->key()) {
+    case Qt::Key_Escape:
+        close();
+        break;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        shift ? findPrevious() : findNext();
+        break;
+    default:
+        QWidget::keyPressEvent(event);
+    }
+}
+
+void ConsoleFindBar::restartCount()
+{
+    countedLines = 0;
+    matches = 0;
+    if (isVisible()) {
+        countTimer.start();
+        showCount();
+        view->setMarkedText(field->text(), getCase());
+    }
+}
+
+void ConsoleFindBar::countSlice()
+{
+    QElapsedTimer clock;
+    clock.start();
+    QTextBlock block = view->document()->findBlockByNumber(countedLines);
+    const int length = field->text().size();
+    while (!view->isEmpty() && block.isValid() && length > 0 &&
+           !clock.hasExpired(sliceTime.count())) {
+        for (int at = findIn(block, 0); at >= 0; at = findIn(block, at + length)) {
+            ++matches;
+        }
+        ++countedLines;
+        block = block.next();
+    }
+    if (!view->isEmpty() && block.isValid() && length > 0) {
+        countTimer.start();
+    }
+    showCount();
+}
+
+void ConsoleFindBar::showCount()
+{
+    QString text;
+    if (field->text().isEmpty()) {
+        text.clear();
+    } else if (matches == 1) {
+        text = tr("1 match");
+    } else if (matches > 0) {
+        text = tr("%1 matches").arg(QLocale().toString(matches));
+    } else {
+        text = countTimer.isActive() ? tr("Searching") : tr("No match");
+    }
+    countLabel->setText(countTimer.isActive() && !text.isEmpty() ? text + QStringLiteral("…")
+                                                                 : text);
+}
+
+void ConsoleFindBar::select(const QTextBlock& block, int column)
+{
+    QTextCursor cursor(block);
+    cursor.setPosition(block.position() + column);
+    cursor.setPosition(block.position() + column + field->text().size(), QTextCursor::KeepAnchor);
+    view->setTextCursor(cursor);
+}
+
+bool ConsoleFindBar::selectFrom(QTextBlock block, int column)
+{
+    for (; block.isValid(); block = block.next(), column = 0) {
+        const int at = findIn(block, column);
+        if (at >= 0) {
+            select(block, at);
+            return true;
+        }
+    }
+    return false;
+}
+
+bool ConsoleFindBar::selectBefore(QTextBlock block, int column)
+{
+    while (block.isValid()) {
+        const int at = findLastIn(block, column);
+        if (at >= 0) {
+            select(block, at);
+            return true;
+        }
+        block = block.previous();
+        column = block.length();
+    }
+    return false;
+}
+
+/// The first match of a line that is shown from the column on; -1 when there is none.
+int ConsoleFindBar::findIn(const QTextBlock& block, int column) const
+{
+    const QString wanted = field->text();
+    return wanted.isEmpty() || !block.isVisible() ? -1
+                                                  : block.text().indexOf(wanted, column, getCase());
+}
+
+/// The last match that ends before the column; -1 when there is none.
+int ConsoleFindBar::findLastIn(const QTextBlock& block, int column) const
+{
+    const QString wanted = field->text();
+    const int from = column - wanted.size();
+    return wanted.isEmpty() || !block.isVisible() || from < 0
+               ? -1
+               : block.text().lastIndexOf(wanted, from, getCase());
+}
+
+bool ConsoleFindBar::isKnownAbsent() const
+{
+    return isVisible() && !countTimer.isActive() && matches == 0;
+}
+
+Qt::CaseSensitivity ConsoleFindBar::getCase() const
+{
+    return caseButton->isChecked() ? Qt::CaseSensitive : Qt::CaseInsensitive;
+}
+
+} // namespace Zandu
