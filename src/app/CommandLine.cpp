@@ -30,14 +30,40 @@ const QCommandLineOption& debugOption()
     return option;
 }
 
+QString getSimulateDescription()
+{
+    return tr("Drive simulated boards instead of real ones. SCENARIO may follow, after a blank or "
+              "\"=\": a file whose name ends with \".toml\", or the name of one that comes with "
+              "the "
+              "panel (%1).")
+        .arg(SimulatedTool::getScenarioNames().join(QStringLiteral(", ")));
+}
+
 const QCommandLineOption& simulateOption()
 {
-    static const QCommandLineOption option(
-        QStringLiteral("simulate"),
-        tr("Drive simulated boards instead of real ones. SCENARIO may follow, after a blank or "
-           "\"=\": a file whose name ends with \".toml\", or the name of one that comes with the "
-           "panel (%1).")
-            .arg(SimulatedTool::getScenarioNames().join(QStringLiteral(", "))));
+    static const QCommandLineOption option(QStringLiteral("simulate"), getSimulateDescription());
+    return option;
+}
+
+/// The same for the help alone, where the argument is to be seen.
+const QCommandLineOption& shownSimulateOption()
+{
+    static const QCommandLineOption option(QStringLiteral("simulate"), getSimulateDescription(),
+                                           QStringLiteral("SCENARIO"));
+    return option;
+}
+
+const QCommandLineOption& helpOption()
+{
+    static const QCommandLineOption option({QStringLiteral("h"), QStringLiteral("help")},
+                                           tr("Print this text and end."));
+    return option;
+}
+
+const QCommandLineOption& versionOption()
+{
+    static const QCommandLineOption option({QStringLiteral("v"), QStringLiteral("version")},
+                                           tr("Print the version and end."));
     return option;
 }
 
@@ -98,17 +124,22 @@ QStringList separateScenario(const QStringList& arguments)
     return separated;
 }
 
-void setUp(QCommandLineParser* parser)
+void setUp(QCommandLineParser* parser, const QCommandLineOption& simulate)
 {
     parser->setApplicationDescription(tr("Control panel of FPGA development boards."));
-    parser->addOptions(
-        {debugOption(), simulateOption(), scenarioOption(), directoryOption(), tourOption()});
-    parser->addHelpOption();
-    parser->addVersionOption();
+    parser->addOptions({debugOption(), simulate, scenarioOption(), directoryOption(), tourOption(),
+                        versionOption(), helpOption()});
     parser->addPositionalArgument(
         QStringLiteral("bitstream"),
         tr("A bitstream file to show as chosen on the Bitstream page. It is not loaded."),
         QStringLiteral("[BITSTREAM]"));
+}
+
+QString getHelp()
+{
+    QCommandLineParser parser;
+    setUp(&parser, shownSimulateOption());
+    return parser.helpText().replace(QLatin1String("<SCENARIO>"), QLatin1String("[SCENARIO]"));
 }
 
 QString getAbsolutePath(const QString& path)
@@ -121,17 +152,17 @@ QString getAbsolutePath(const QString& path)
 CommandLine::CommandLine(const QStringList& arguments)
 {
     QCommandLineParser parser;
-    setUp(&parser);
+    setUp(&parser, simulateOption());
     const bool isUnderstood = parser.parse(separateScenario(arguments));
     // Whoever asks for help gets it, whatever else stands there.
-    if (parser.isSet(QStringLiteral("help"))) {
+    if (parser.isSet(helpOption())) {
         action = Action::ShowHelp;
-        text = parser.helpText();
-    } else if (parser.isSet(QStringLiteral("version"))) {
+        text = getHelp();
+    } else if (parser.isSet(versionOption())) {
         action = Action::ShowVersion;
         text = tr("Kestoboard %1").arg(QCoreApplication::applicationVersion()) + QLatin1Char('\n');
     } else if (!isUnderstood) {
-        refuse(tr("%1. The option --help shows what can be asked for.").arg(parser.errorText()));
+        refuse(tr("%1 The option --help shows what can be asked for.").arg(parser.errorText()));
     } else {
         readOptions(parser);
     }
