@@ -3,8 +3,10 @@
 #include <Board/KSBaseHandler.h>
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QGridLayout>
 #include <QLabel>
+#include <QTimer>
 
 namespace Test
 {
@@ -71,15 +73,29 @@ FragilePanel::~FragilePanel()
 
 void FragilePanel::deleteWindowOnceReceived(Bench* bench, const QString& command)
 {
+    doOnceReceived(bench, command, [this, bench] {
+        delete window.data();
+        bench->release();
+    });
+}
+
+void doOnceReceived(Bench* bench, const QString& command, const std::function<void()>& work)
+{
     const int before = bench->count(command);
-    QObject::connect(&journalTimer, &QTimer::timeout, [this, bench, command, before] {
+    auto* journalTimer = new QTimer(qApp);
+    QObject::connect(journalTimer, &QTimer::timeout, [=] {
         if (bench->count(command) > before) {
-            journalTimer.stop();
-            delete window.data();
-            bench->release();
+            journalTimer->stop();
+            journalTimer->deleteLater();
+            work();
         }
     });
-    journalTimer.start(1);
+    journalTimer->start(1);
+}
+
+void doInNextWait(const std::function<void()>& work)
+{
+    QTimer::singleShot(0, work);
 }
 
 void setScenario(Bench* bench, Board::KSBaseHandler* engine, const QString& text)

@@ -11,8 +11,9 @@
 #include <QPointer>
 #include <QString>
 #include <QStringList>
-#include <QTimer>
 #include <QtGlobal>
+
+#include <functional>
 
 class QWidget;
 
@@ -61,15 +62,14 @@ public:
 private:
     QPointer<Board::MainWindow> window;
     Board::KSBaseHandler* const engine;
-    QTimer journalTimer;
 };
 
-/// Does the work in the next event loop that is entered: the wait of a command that is held.
-template <class Work>
-void doInNextWait(Work work)
-{
-    QTimer::singleShot(0, work);
-}
+/// Does the work in the event loop in which the tool is found to have received that command: the
+/// wait of a command that is held.
+void doOnceReceived(Bench* bench, const QString& command, const std::function<void()>& work);
+
+/// Does the work in the next event loop that is entered.
+void doInNextWait(const std::function<void()>& work);
 
 /// Replaces the scenario and has the panel list the boards, so that the tool reads it.
 void setScenario(Bench* bench, Board::KSBaseHandler* engine, const QString& text);

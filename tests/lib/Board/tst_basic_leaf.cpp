@@ -17,6 +17,7 @@ using Board::BasicLeaf;
 using Test::Bench;
 using Test::ConsoleRecorder;
 using Test::doInNextWait;
+using Test::doOnceReceived;
 using Test::FragilePanel;
 using Test::getNamed;
 using Test::Panel;
@@ -409,7 +410,7 @@ void TestBasicLeaf::actionsWhileThePageIsLoadedAreDropped()
     takeCommands(&bench);
     const auto& leaf = *panel.find<BasicLeaf>();
 
-    doInNextWait([&] {
+    doOnceReceived(&bench, "board get mode", [&] {
         getBox(leaf, "resetCheckBox")->click();
         getBox(leaf, "clockCheckBox")->click();
         getBox(leaf, "forceModeCheckBox")->click();
@@ -439,7 +440,7 @@ void TestBasicLeaf::aBoardPickedInTheWaitOfALoadDoesNotUnmuteTheOuterLoad()
     takeCommands(&bench);
     auto* leaf = panel.find<BasicLeaf>();
 
-    doInNextWait([&] {
+    doOnceReceived(&bench, "board get mode", [&] {
         doInNextWait([&] { bench.release(); });
         getNamed<QComboBox>(*panel.getFolio(), "cardComboBox")->setCurrentIndex(1);
     });
@@ -506,7 +507,7 @@ void TestBasicLeaf::aBoardThatVanishesInTheWaitOfALoadIsNoHarm()
     setScenario(&bench, panel.getEngine(), boardA() + bench.hold("board get mode"));
     takeCommands(&bench);
 
-    doInNextWait([&] {
+    doOnceReceived(&bench, "board get mode", [&] {
         bench.setScenario({});
         doInNextWait([&] { bench.release(); });
         panel.getEngine()->refreshTamsaMap();
@@ -528,7 +529,7 @@ void TestBasicLeaf::aSecondActionInTheWaitOfTheFirstIsQueuedBehindIt()
     takeCommands(&bench);
     ConsoleRecorder console;
 
-    doInNextWait([&] {
+    doOnceReceived(&bench, "board set reset on", [&] {
         doInNextWait([&] { bench.release(); });
         getBox(*panel.getFolio(), "forceModeCheckBox")->click();
     });
@@ -574,7 +575,7 @@ void TestBasicLeaf::hidingAndShowingInAWaitChangesNothing()
     panel.getFolio()->raiseLeaf(0);
     takeCommands(&bench);
 
-    doInNextWait([&] {
+    doOnceReceived(&bench, "board get mode", [&] {
         panel.getFolio()->raiseLeaf(3);
         panel.getFolio()->raiseLeaf(0);
         bench.release();

@@ -506,7 +506,7 @@ void TestFolio::aPollInTheWaitOfASelectionDoesNotSelectAgain()
     Test::setScenario(&bench, panel.getEngine(), boards + bench.hold("board select 1"));
     Test::takeCommands(&bench);
 
-    Test::doInNextWait([&] {
+    Test::doOnceReceived(&bench, "board select 1", [&] {
         bench.setScenario(boards + Bench::board("KS-Dev C"));
         Test::doInNextWait([&bench] { bench.release(); });
         panel.getEngine()->refreshTamsaMap();
