@@ -12,6 +12,7 @@ namespace
 
 using Clock = std::chrono::steady_clock;
 
+constexpr std::chrono::duration<double> longestWait = std::chrono::hours(24);
 constexpr std::chrono::milliseconds longestStep(50);
 constexpr std::chrono::milliseconds fileStep(2);
 constexpr std::chrono::microseconds readerStep(50);
@@ -26,7 +27,8 @@ Patience::Patience(const Output& answers)
 
 void Patience::wait(std::chrono::duration<double> time) const
 {
-    const auto end = Clock::now() + std::chrono::duration_cast<Clock::duration>(time);
+    const auto end =
+        Clock::now() + std::chrono::duration_cast<Clock::duration>(std::min(time, longestWait));
     while (Clock::now() < end && !isAbandoned()) {
         std::this_thread::sleep_for(std::min<Clock::duration>(end - Clock::now(), longestStep));
     }

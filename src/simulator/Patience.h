@@ -20,6 +20,7 @@ public:
     /// `answers` is where the answers go.
     explicit Patience(const Output& answers);
 
+    /// For `time`, but never longer than a day.
     void wait(std::chrono::duration<double> time) const;
     void waitForFile(const std::string& path) const;
     /// Until the reader has taken all that was written to `target`.

@@ -144,7 +144,7 @@ std::string readIdentifier(TableReader& reader, std::size_t position)
 {
     char fallback[16];
     std::snprintf(fallback, sizeof fallback, "0x534B%04zX", (position + 1) & 0xFFFF);
-    const std::string identifier = reader.getLine("identifier", fallback);
+    std::string identifier = reader.getLine("identifier", fallback);
     const bool valid = identifier.size() == identifierMarker.size() + 4 &&
                        identifier.compare(0, identifierMarker.size(), identifierMarker) == 0 &&
                        identifier.find_first_not_of("0123456789ABCDEF", 2) == std::string::npos;

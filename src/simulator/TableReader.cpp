@@ -53,7 +53,7 @@ std::string TableReader::getRequiredText(const std::string& key)
 
 std::string TableReader::getLine(const std::string& key, const std::string& fallback)
 {
-    const std::string line = getText(key, fallback);
+    std::string line = getText(key, fallback);
     if (!isOneLine(line)) {
         refuse(key, "'" + key + "' must not hold a line break");
     }
@@ -142,9 +142,11 @@ std::vector<TableReader> TableReader::getTables(const std::string& key,
     if (array == nullptr) {
         return readers;
     }
+    const std::string rule =
+        "'" + key + "' must be a list of tables, each begun by [[" + key + "]]";
     for (const toml::node& node : *array) {
         if (!node.is_table()) {
-            refuseAt(node, "'" + key + "' must be a list of tables, each begun by [[" + key + "]]");
+            refuseAt(node, rule);
         }
         readers.emplace_back(*node.as_table(), memberTitle, path);
     }

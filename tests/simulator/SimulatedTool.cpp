@@ -79,7 +79,7 @@ QByteArray SimulatedTool::takeAnswer()
         const int failure = getEndOf(unread, "COMMAND FAILED\n");
         const int end = success < 0 || (failure >= 0 && failure < success) ? failure : success;
         if (end >= 0) {
-            const QByteArray answer = unread.left(end);
+            QByteArray answer = unread.left(end);
             unread.remove(0, end);
             return answer;
         }
@@ -98,7 +98,7 @@ QByteArray SimulatedTool::takeThrough(const QByteArray& end)
         unread += process.readAllStandardError();
     }
     const int size = getEndOf(unread, end);
-    const QByteArray text = unread.left(size);
+    QByteArray text = unread.left(size);
     unread.remove(0, text.size());
     return text;
 }

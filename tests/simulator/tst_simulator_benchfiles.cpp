@@ -48,6 +48,7 @@ private slots:
     void theTroubledBenchHasSomethingForEveryPage();
     void everyExampleIsUnderstood_data();
     void everyExampleIsUnderstood();
+    void everyScenarioOfTheDocumentIsRead();
 };
 
 void TestSimulatorBenchfiles::everyScenarioIsRead_data()
@@ -118,6 +119,22 @@ void TestSimulatorBenchfiles::everyExampleIsUnderstood()
     for (const QByteArray& line : lines) {
         const QByteArray answer = tool.ask(line);
         QVERIFY2(answer.endsWith("COMMAND SUCCEEDED\n"), (line + "\n" + answer).constData());
+    }
+}
+
+void TestSimulatorBenchfiles::everyScenarioOfTheDocumentIsRead()
+{
+    QFile document(QStringLiteral(DOCUMENT));
+    QVERIFY(document.open(QIODevice::ReadOnly));
+    const QStringList parts =
+        QString::fromUtf8(document.readAll()).split(QStringLiteral("```toml\n"));
+    QVERIFY(parts.size() > 3);
+    for (const QString& part : parts.mid(1)) {
+        const QString scenario = part.section(QStringLiteral("```"), 0, 0);
+        SimulatedTool tool;
+        tool.setScenario(scenario.toUtf8());
+        tool.start();
+        QVERIFY2(tool.ask("board list").endsWith("COMMAND SUCCEEDED\n"), qPrintable(scenario));
     }
 }
 
