@@ -4,6 +4,7 @@
 #include "app/PanelApplication.h"
 #include "app/PanelSession.h"
 #include "app/StartFailure.h"
+#include "app/Tour.h"
 
 #include <foundation/Debug.h>
 
@@ -36,6 +37,16 @@ int refuse(const QString& sentence)
     return EXIT_FAILURE;
 }
 
+int makeTour(int& argc, char** argv, const Kestoboard::Options& options)
+{
+    if (!Kestoboard::hasPlatform()) {
+        Kestoboard::useNoDisplay();
+    }
+    Kestoboard::PanelApplication application(argc, argv);
+    const Kestoboard::LastWords lastWords;
+    return Kestoboard::Tour(options).run();
+}
+
 int showPanel(int& argc, char** argv, const Kestoboard::Options& options)
 {
     if (!Kestoboard::hasPlatform()) {
@@ -64,5 +75,6 @@ int main(int argc, char** argv)
     case CommandLine::Action::Run:
         break;
     }
-    return showPanel(argc, argv, commandLine.getOptions());
+    const Kestoboard::Options& options = commandLine.getOptions();
+    return options.tour.isEmpty() ? showPanel(argc, argv, options) : makeTour(argc, argv, options);
 }
