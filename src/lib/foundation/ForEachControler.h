@@ -24,8 +24,8 @@ public:
         : variable(&loopVariable)
     {
         _continue = true;
-        const Collection<T> copy(collection);
-        locator = copy.getLocator();
+        // The loop walks a copy of the handle, as every reader of a view has its own.
+        locator = Collection<T>(collection).getLocator();
     }
     ForEachControler(const ForEachControler&) = delete;
     ForEachControler& operator=(const ForEachControler&) = delete;

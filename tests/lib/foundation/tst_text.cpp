@@ -191,11 +191,11 @@ void TextTest::piecesAreWalkedInEveryWay()
 
 void TextTest::aLongTextIsSplitWhateverItsSeparator()
 {
-    // Takes hours where each position is compared with the whole separator.
+    // Compared as a whole at each position, the separator would take minutes.
     const std::string separator = std::string(500000, 'a') + "b";
     const std::string text(2000000, 'a');
     QVERIFY(getSplitted(text, separator).hasCount(1));
-    QVERIFY(getSplitted(text, "a").hasCount(2000001));
+    QVERIFY(getSplitted(std::string(100000, 'a'), "a").hasCount(100001));
     QVERIFY(getSplitted(text + separator + text, separator).hasCount(2));
 }
 
