@@ -14,6 +14,17 @@ bool hasPlatform();
 /// Has the program draw where nobody sees it. Before the QApplication is made.
 void useNoDisplay();
 
+/// As long as it lives, a display that cannot be opened ends the program with a sentence and
+/// status 1, instead of aborting it.
+class DisplayGuard
+{
+public:
+    DisplayGuard();
+    ~DisplayGuard();
+    DisplayGuard(const DisplayGuard&) = delete;
+    DisplayGuard& operator=(const DisplayGuard&) = delete;
+};
+
 } // namespace Kestoboard
 
 #endif

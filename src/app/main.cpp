@@ -12,6 +12,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
 
 namespace
 {
@@ -37,12 +38,18 @@ int refuse(const QString& sentence)
     return EXIT_FAILURE;
 }
 
+std::unique_ptr<Kestoboard::PanelApplication> makeApplication(int& argc, char** argv)
+{
+    const Kestoboard::DisplayGuard guard;
+    return std::make_unique<Kestoboard::PanelApplication>(argc, argv);
+}
+
 int makeTour(int& argc, char** argv, const Kestoboard::Options& options)
 {
     if (!Kestoboard::hasPlatform()) {
         Kestoboard::useNoDisplay();
     }
-    Kestoboard::PanelApplication application(argc, argv);
+    const std::unique_ptr<Kestoboard::PanelApplication> application = makeApplication(argc, argv);
     const Kestoboard::LastWords lastWords;
     return Kestoboard::Tour(options).run();
 }
@@ -55,7 +62,7 @@ int showPanel(int& argc, char** argv, const Kestoboard::Options& options)
                     "session, or save pictures of its pages with --tour DIR."));
     }
     Orvex::setDebug(options.isDebug);
-    Kestoboard::PanelApplication application(argc, argv);
+    const std::unique_ptr<Kestoboard::PanelApplication> application = makeApplication(argc, argv);
     const Kestoboard::LastWords lastWords;
     return Kestoboard::PanelSession(options).run();
 }

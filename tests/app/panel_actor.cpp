@@ -1,0 +1,274 @@
+// The panel with somebody at its controls: the first argument is the part that is played, the rest
+// is the command line of the panel. The console goes to standard output, and so does what happens.
+
+#include "app/ChosenBitstream.h"
+#include "app/CommandLine.h"
+#include "app/ConsolePrinter.h"
+#include "app/LastWords.h"
+#include "app/PanelApplication.h"
+#include "app/PanelSession.h"
+#include "app/PanelWindow.h"
+
+#include <Board/CommandHandler.h>
+#include <Board/KSBaseHandler.h>
+#include <Board/MainWindow.h>
+#include <foundation/Debug.h>
+#include <foundation/Fatal.h>
+#include <foundation/ForEachControler.h>
+#include <foundation/Raise.h>
+
+#include <QFile>
+#include <QMap>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTimer>
+
+#include <cstdio>
+#include <functional>
+#include <stdexcept>
+
+namespace
+{
+
+using Kestoboard::getPanelWindow;
+
+/// Does one step after the other, each as soon as its condition holds.
+class Actor : public QObject
+{
+public:
+    using Condition = std::function<bool()>;
+    using Action = std::function<void()>;
+
+    Actor()
+    {
+        connect(&ticker, &QTimer::timeout, this, &Actor::act);
+        ticker.start(5);
+    }
+
+    Actor& when(Condition condition, Action action)
+    {
+        steps.push_back({std::move(condition), std::move(action)});
+        return *this;
+    }
+
+private:
+    void act()
+    {
+        if (steps.empty() || !steps.front().condition()) {
+            return;
+        }
+        const Action action = steps.front().action;
+        steps.pop_front();
+        action();
+    }
+
+    struct Step {
+        Condition condition;
+        Action action;
+    };
+    std::deque<Step> steps;
+    QTimer ticker;
+};
+
+void say(const char* text)
+{
+    std::puts(text);
+    std::fflush(stdout);
+}
+
+Board::KSBaseHandler& getEngine()
+{
+    return *getPanelWindow()->getKSBaseHandler();
+}
+
+bool isIdle()
+{
+    return getPanelWindow() != nullptr && getPanelWindow()->isVisible() &&
+           getEngine().getCommandHandlers().isEmpty();
+}
+
+/// The command of that text is in the queue.
+Actor::Condition isQueued(const std::string& text)
+{
+    return [text] {
+        Board::CommandHandler* handler = nullptr;
+        for (Orvex::ForEachControler<Board::CommandHandler*> loop(handler,
+                                                                  getEngine().getCommandHandlers());
+             loop.next();) {
+            if (handler->getCommand().find(text) != std::string::npos) {
+                return true;
+            }
+        }
+        return false;
+    };
+}
+
+Actor::Condition isRunning(const std::string& text)
+{
+    return [text] {
+        const Board::CommandHandler* const handler =
+            getEngine().getCommandHandlers().getRunnings().getFirst();
+        return handler != nullptr && handler->getCommand().find(text) != std::string::npos;
+    };
+}
+
+template <class Widget>
+Widget* find(const QString& name)
+{
+    for (QWidget* const widget : QApplication::allWidgets()) {
+        if (widget->objectName() == name && widget->isVisible()) {
+            return qobject_cast<Widget*>(widget);
+        }
+    }
+    return nullptr;
+}
+
+Actor::Condition isShown(const QString& name)
+{
+    return [name] { return find<QWidget>(name) != nullptr; };
+}
+
+Actor::Action click(const QString& name)
+{
+    return [name] { find<QAbstractButton>(name)->click(); };
+}
+
+void closeWindow()
+{
+    getPanelWindow()->close();
+}
+
+void startLoad(const QString& file)
+{
+    Kestoboard::showChosenBitstream(*getPanelWindow(), file);
+    QMetaObject::invokeMethod(find<QAbstractButton>(QStringLiteral("loadButton")), "click",
+                              Qt::QueuedConnection);
+}
+
+QString bitstream()
+{
+    return QStringLiteral("design.ksb");
+}
+
+void playLoad(Actor* actor)
+{
+    actor->when(isIdle, [] { Kestoboard::showChosenBitstream(*getPanelWindow(), bitstream()); })
+        .when(
+            [] {
+                return isIdle() &&
+                       Kestoboard::getChosenBitstream(*getPanelWindow()).endsWith(bitstream());
+            },
+            [] { startLoad(bitstream()); });
+}
+
+void playLeaveDuringTransfer(Actor* actor)
+{
+    playLoad(actor);
+    actor->when(isRunning("chip bitstream load"), closeWindow)
+        .when(isShown(QStringLiteral("leaveQuestion")), [] {
+            say("asked");
+            click(QStringLiteral("leaveButton"))();
+        });
+}
+
+/// A transfer that waits for its turn behind a running command.
+void playLeaveWithQueuedTransfer(Actor* actor)
+{
+    actor
+        ->when(isIdle,
+               [] { QTimer::singleShot(0, &getEngine(), [] { getEngine().setForceBit(true); }); })
+        .when(isRunning("force_bit"),
+              [] {
+                  QTimer::singleShot(0, &getEngine(),
+                                     [] { getEngine().sendBitstream("queued.ksb"); });
+              })
+        .when(isQueued("chip bitstream load"), closeWindow)
+        .when(isShown(QStringLiteral("leaveQuestion")), [] {
+            say("asked");
+            click(QStringLiteral("leaveButton"))();
+        });
+}
+
+/// Changes their mind, lets the transfer come to its end, and leaves then.
+void playStay(Actor* actor)
+{
+    playLoad(actor);
+    actor->when(isRunning("chip bitstream load"), closeWindow)
+        .when(isShown(QStringLiteral("leaveQuestion")),
+              [] {
+                  closeWindow();
+                  say("asked");
+                  click(QStringLiteral("stayButton"))();
+                  QFile release(qEnvironmentVariable("KESTOBOARD_TEST_RELEASE"));
+                  static_cast<void>(release.open(QIODevice::WriteOnly));
+              })
+        .when(isIdle, closeWindow);
+}
+
+void playLeaveDuringCommand(Actor* actor)
+{
+    actor
+        ->when(isIdle,
+               [] { QTimer::singleShot(0, &getEngine(), [] { getEngine().setForceBit(true); }); })
+        .when(isRunning("force_bit"), closeWindow);
+}
+
+void playLeaveAtStart(Actor* actor)
+{
+    actor->when(isShown(QStringLiteral("startupWait")), [] {
+        say("waiting");
+        click(QStringLiteral("quitButton"))();
+    });
+}
+
+void playThrow(Actor* actor, const Actor::Action& action)
+{
+    actor->when(isIdle, action).when(isIdle, [] {
+        say("goes on");
+        closeWindow();
+    });
+}
+
+void play(Actor* actor, const QString& part)
+{
+    const QMap<QString, std::function<void(Actor*)>> parts{
+        {QStringLiteral("leave-when-idle"), [](Actor* a) { a->when(isIdle, closeWindow); }},
+        {QStringLiteral("leave-during-transfer"), playLeaveDuringTransfer},
+        {QStringLiteral("leave-with-queued-transfer"), playLeaveWithQueuedTransfer},
+        {QStringLiteral("leave-during-command"), playLeaveDuringCommand},
+        {QStringLiteral("leave-at-start"), playLeaveAtStart},
+        {QStringLiteral("stay"), playStay},
+        {QStringLiteral("quit-event"),
+         [](Actor* a) {
+             a->when(isIdle, [] { QCoreApplication::postEvent(qApp, new QEvent(QEvent::Quit)); });
+         }},
+        {QStringLiteral("throw-failure"),
+         [](Actor* a) {
+             playThrow(a, [] {
+                 Orvex::raise(Orvex::Fatal("Something broke"), "play", "panel_actor", __LINE__);
+             });
+         }},
+        {QStringLiteral("throw-standard"),
+         [](Actor* a) { playThrow(a, [] { throw std::runtime_error("out of luck"); }); }},
+        {QStringLiteral("throw-strange"), [](Actor* a) { playThrow(a, [] { throw 42; }); }},
+        {QStringLiteral("nothing"), [](Actor*) {}},
+    };
+    parts.value(part)(actor);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    Kestoboard::PanelApplication::setNames();
+    Kestoboard::PanelApplication application(argc, argv);
+    const Kestoboard::LastWords lastWords;
+    const Kestoboard::ConsolePrinter printer;
+    QStringList arguments = QCoreApplication::arguments();
+    const QString part = arguments.takeAt(1);
+    const Kestoboard::CommandLine commandLine(arguments);
+    Orvex::setDebug(commandLine.getOptions().isDebug);
+    Actor actor;
+    play(&actor, part);
+    return Kestoboard::PanelSession(commandLine.getOptions()).run();
+}

@@ -1,0 +1,147 @@
+// Leaving the panel by its window, and what happens when a slot fails.
+
+#include "Program.h"
+#include "support/Bench.h"
+#include "support/TestMain.h"
+
+#include <QFile>
+
+using Test::Bench;
+using Test::Program;
+
+class TestLeaving : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void leavingAnIdlePanelAsksNothing();
+    void leavingDuringATransferAsks_data();
+    void leavingDuringATransferAsks();
+    void stayingLetsTheTransferComeToItsEnd();
+    void leavingDuringAnotherCommandAsksNothing();
+    void leavingWhileTheToolIsSilentAtTheStart();
+    void theDesktopsRequestToEndIsFollowed();
+    void anExceptionThatLeavesASlotIsReported_data();
+    void anExceptionThatLeavesASlotIsReported();
+
+private:
+    void play(const QString& part, const QStringList& arguments = {});
+
+    QScopedPointer<Bench> bench;
+    QScopedPointer<Program> program;
+};
+
+void TestLeaving::init()
+{
+    bench.reset(new Bench);
+    bench->setScenario(Bench::board("KS-Dev A", "selected = true"));
+    bench->writeFile("design.ksb", QByteArray(4096, 'k'));
+    bench->writeFile("queued.ksb", QByteArray(4096, 'q'));
+    program.reset(new Program);
+    program->setPath(Program::getActorPath());
+}
+
+void TestLeaving::cleanup()
+{
+    program.reset();
+    bench.reset();
+}
+
+/// Has the part played to the end, which is to be an orderly one with the settings saved.
+void TestLeaving::play(const QString& part, const QStringList& arguments)
+{
+    QVERIFY(program->run(QStringList(part) + arguments));
+    QVERIFY2(program->getStatus() == 0, qPrintable(program->getErrors()));
+    QVERIFY2(!program->getOutput().contains("failed"), qPrintable(program->getOutput()));
+    QVERIFY2(!program->getErrors().contains("Kestoboard has ended"),
+             qPrintable(program->getErrors()));
+}
+
+void TestLeaving::leavingAnIdlePanelAsksNothing()
+{
+    play("leave-when-idle");
+    QVERIFY(!program->getOutput().contains("asked"));
+    QCOMPARE(program->getSetting("ScopeLeaf/frequencyUnit").toString(), QString("MHz"));
+    QVERIFY(!QFile::exists(".kestoboard.lock"));
+}
+
+void TestLeaving::leavingDuringATransferAsks_data()
+{
+    QTest::addColumn<QString>("part");
+    QTest::addColumn<QString>("held");
+    QTest::newRow("running") << "leave-during-transfer"
+                             << "chip bitstream load";
+    QTest::newRow("queued") << "leave-with-queued-transfer"
+                            << "board set force_bit";
+}
+
+void TestLeaving::leavingDuringATransferAsks()
+{
+    QFETCH(QString, part);
+    QFETCH(QString, held);
+    bench->setScenario(Bench::board("KS-Dev A", "selected = true") + bench->hold(held));
+    play(part);
+    QCOMPARE(program->getOutput().count("asked\n"), 1);
+    QCOMPARE(program->getSetting("ScopeLeaf/frequencyUnit").toString(), QString("MHz"));
+    QVERIFY(!QFile::exists(".kestoboard.lock"));
+}
+
+void TestLeaving::stayingLetsTheTransferComeToItsEnd()
+{
+    bench->setScenario(Bench::board("KS-Dev A", "selected = true") +
+                       bench->hold("chip bitstream load"));
+    program->setVariable("KESTOBOARD_TEST_RELEASE", bench->getPath("../released"));
+    play("stay");
+    QCOMPARE(program->getOutput().count("asked\n"), 1);
+    QVERIFY(program->getOutput().contains("Bitstream successfully sent"));
+}
+
+void TestLeaving::leavingDuringAnotherCommandAsksNothing()
+{
+    bench->setScenario(Bench::board("KS-Dev A", "selected = true") +
+                       bench->hold("board set force_bit"));
+    play("leave-during-command");
+    QVERIFY(!program->getOutput().contains("asked"));
+    QCOMPARE(program->getSetting("ScopeLeaf/frequencyUnit").toString(), QString("MHz"));
+}
+
+void TestLeaving::leavingWhileTheToolIsSilentAtTheStart()
+{
+    bench->setScenario(bench->hold("board list"));
+    play("leave-at-start");
+    QVERIFY(program->getOutput().contains("waiting\n"));
+    QVERIFY(!QFile::exists(".kestoboard.lock"));
+}
+
+void TestLeaving::theDesktopsRequestToEndIsFollowed()
+{
+    play("quit-event");
+    QCOMPARE(program->getSetting("ScopeLeaf/frequencyUnit").toString(), QString("MHz"));
+}
+
+void TestLeaving::anExceptionThatLeavesASlotIsReported_data()
+{
+    QTest::addColumn<QString>("part");
+    QTest::addColumn<QString>("report");
+    QTest::newRow("a failure of the panel") << "throw-failure"
+                                            << "Something broke";
+    QTest::newRow("a standard exception") << "throw-standard"
+                                          << "An action ended early: out of luck\n";
+    QTest::newRow("something else") << "throw-strange"
+                                    << "An action ended early for a reason that is not known.\n";
+}
+
+void TestLeaving::anExceptionThatLeavesASlotIsReported()
+{
+    QFETCH(QString, part);
+    QFETCH(QString, report);
+    play(part);
+    const QString output = program->getOutput();
+    QVERIFY2(output.contains(report), qPrintable(output));
+    QVERIFY(output.indexOf("goes on\n") > output.indexOf(report));
+}
+
+KESTOBOARD_TEST_MAIN(TestLeaving)
+#include "tst_leaving.moc"
