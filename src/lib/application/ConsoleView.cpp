@@ -347,9 +347,11 @@ void ConsoleView::showSlice(int mostLines)
 {
     QElapsedTimer clock;
     clock.start();
+    const bool selected = textCursor().hasSelection();
     QTextCursor cursor(document());
     cursor.beginEditBlock();
     cursor.movePosition(QTextCursor::End);
+    const int end = cursor.position();
     int lines = 0;
     while (hasWaiting() && lines < mostLines &&
            !(lines > 0 && clock.hasExpired(sliceTime.count()))) {
@@ -357,10 +359,31 @@ void ConsoleView::showSlice(int mostLines)
         ++lines;
     }
     cursor.endEditBlock();
+    if (selected) {
+        keepSelection(end);
+    }
     linesThisTurn += lines;
     dropOldLines(lineLimit / 10);
     followGrowth();
     emit linesAdded();
+}
+
+/// A selection that reached to the end has grown with the text: it shrinks back to what the person
+/// selected.
+void ConsoleView::keepSelection(int oldEnd)
+{
+    QTextCursor selection = textCursor();
+    const int anchor = std::min(selection.anchor(), oldEnd);
+    const int position = std::min(selection.position(), oldEnd);
+    if (anchor != selection.anchor() || position != selection.position()) {
+        const int place = verticalScrollBar()->value();
+        const bool stayAtEnd = following;
+        selection.setPosition(anchor);
+        selection.setPosition(position, QTextCursor::KeepAnchor);
+        setTextCursor(selection);
+        verticalScrollBar()->setValue(place);
+        following = stayAtEnd;
+    }
 }
 
 bool ConsoleView::hasWaiting() const

@@ -98,6 +98,7 @@ private:
     friend class ConsoleGutter;
 
     void showSlice(int mostLines);
+    void keepSelection(int oldEnd);
     bool hasWaiting() const;
     ConsoleLine takeLine();
     void insertLine(QTextCursor& cursor, const ConsoleLine& line);

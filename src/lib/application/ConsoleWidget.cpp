@@ -83,7 +83,7 @@ bool ConsoleWidget::saveTo(const QString& path)
     // A place such as a pipe, or a file in a directory that is not writable, cannot be replaced.
     file.setDirectWriteFallback(true);
     const bool saved = file.open(QIODevice::WriteOnly) && file.write(text.toUtf8()) >= 0 &&
-                       file.write("\n") >= 0 && file.commit();
+                       file.write("\n") >= 0 && file.flush() && file.commit();
     if (saved) {
         const int lines = text.count(QLatin1Char('\n')) + 1;
         notice->inform(tr("The console is saved to %1 (lines: %2).")
