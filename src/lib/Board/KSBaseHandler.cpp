@@ -278,6 +278,7 @@ void KSBaseHandler::startThread()
     if (closing || thread.isRunning() || getCommandHandlers().getPendings().isEmpty()) {
         return;
     }
+    delivering = nullptr;
     thread.start(QThread::InheritPriority);
 }
 
@@ -304,7 +305,6 @@ CommandHandler* KSBaseHandler::chooseCommandHandler()
 {
     CommandHandler* chosen = nullptr;
     callOnEngineThread([this, &chosen] {
-        delivering = nullptr;
         executing = closing ? nullptr : getCommandHandlers().getPendings().getFirst();
         chosen = executing;
     });

@@ -208,7 +208,7 @@ private:
     int endMarkSearchStart;
     /// The handler that the worker has chosen, until its reply is taken; null when it left before.
     CommandHandler* executing;
-    /// The handler that the worker is giving its reply to; null when it left.
+    /// The handler that this run of the worker gives its reply to; null when it left.
     CommandHandler* delivering;
     /// The destructor has begun: the worker is not started any more.
     bool closing;

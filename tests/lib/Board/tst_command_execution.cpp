@@ -25,8 +25,8 @@ using Test::CommandType;
 namespace
 {
 
-const char command[] = "board set reset on";
-const char otherCommand[] = "board set reset off";
+const char command[] = "board set force_bit on";
+const char otherCommand[] = "board set force_bit off";
 
 } // namespace
 
@@ -294,7 +294,8 @@ void TestCommandExecution::theMarkIsAnnouncedAtEachChunkAfterIt()
     int expected = 0;
     for (const char* const piece : {"one", "two", "three"}) {
         bench->writeFile(piece, {});
-        QTRY_COMPARE(announced.count(), ++expected);
+        ++expected;
+        QTRY_COMPARE(announced.count(), expected);
     }
 }
 
@@ -587,7 +588,7 @@ void TestCommandExecution::theSchedulerLaunchesWhenItsThreadStarts()
 {
     QThread thread;
     Board::Scheduler* const scheduler = Board::Scheduler::create(&thread, panel->getEngine());
-    QCOMPARE(scheduler->thread(), &thread);
+    QCOMPARE(static_cast<QObject*>(scheduler)->thread(), &thread);
     QVERIFY(scheduler->parent() == nullptr);
     QVERIFY(QObject::disconnect(&thread, SIGNAL(started()), scheduler, SLOT(launch())));
     QVERIFY(QObject::connect(&thread, SIGNAL(started()), scheduler, SLOT(launch())));

@@ -18,8 +18,8 @@ using Board::CommandHandler;
 using Test::CommandType;
 
 /// The commands of the simulated tool that these tests send; each is answered with "OK".
-static const char firstCommand[] = "board set reset on";
-static const char secondCommand[] = "board set reset off";
+static const char firstCommand[] = "board set force_bit on";
+static const char secondCommand[] = "board set force_bit off";
 
 class TestCommandHandler : public QObject
 {
