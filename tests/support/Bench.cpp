@@ -134,7 +134,9 @@ QByteArray Bench::getJournalBytes() const
 
 QStringList Bench::getJournal() const
 {
-    QStringList lines = QString::fromUtf8(getJournalBytes()).split(QLatin1Char('\n'));
+    const QByteArray bytes = getJournalBytes();
+    // With its size: a NUL is a byte like any other.
+    QStringList lines = QString::fromUtf8(bytes.constData(), bytes.size()).split(QLatin1Char('\n'));
     // Each line is ended by a line feed: what follows the last one is no line.
     lines.removeLast();
     return lines;

@@ -357,8 +357,8 @@ void TestCommandFiles::theListOfActionsDoesNotGrow()
     makePanel();
     for (int round = 0; round < 10; ++round) {
         launch(round % 2 == 0 ? "b.cmd" : "a.cmd");
-        QTRY_COMPARE(button->actions().size(), 1);
-        QCOMPARE(button->actions().first(), button->defaultAction());
+        QTRY_COMPARE(button->actions().size(), 2);
+        QVERIFY(button->actions().contains(button->defaultAction()));
         refresh();
         QCOMPARE(getNames(), QStringList({"a.cmd", "b.cmd"}));
     }
@@ -398,7 +398,7 @@ void TestCommandFiles::manyFilesAreListed()
     QCOMPARE(getNames().size(), 1000);
     refresh();
     QCOMPARE(getNames().size(), 1000);
-    QCOMPARE(button->actions().size(), 1);
+    QCOMPARE(button->actions().size(), 2);
 }
 
 KESTOBOARD_TEST_MAIN(TestCommandFiles)

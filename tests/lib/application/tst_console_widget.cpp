@@ -796,6 +796,7 @@ void ConsoleWidgetTest::saysWhyItCouldNotSave()
     QFETCH(QString, reason);
     printLines(10);
     QVERIFY(!widget->saveTo(path));
+    QVERIFY(!QFileInfo(path).isFile());
     const QString sentence =
         QStringLiteral("The console could not be saved to %1: %2.").arg(path, reason);
     QVERIFY(getLabel(sentence) != nullptr);
