@@ -10,7 +10,9 @@
 
 #include <QAction>
 #include <QActionGroup>
+#include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLocale>
@@ -31,6 +33,23 @@ constexpr int offeredLimits[] = {10000, 50000, ConsoleView::defaultLineLimit, 10
 QKeySequence getKeys(const QString& shortcut)
 {
     return QKeySequence::fromString(shortcut, QKeySequence::PortableText);
+}
+
+/// Empty when all went well, else what went wrong.
+QString write(const QString& path, const QByteArray& bytes)
+{
+    const QFileInfo place(path);
+    if (place.exists() && !place.isFile()) {
+        // A device or a pipe is written to; a file in its place would be its end.
+        QFile device(path);
+        const bool written = device.open(QIODevice::WriteOnly) &&
+                             device.write(bytes) == bytes.size() && device.flush();
+        return written ? QString() : device.errorString();
+    }
+    QSaveFile file(path);
+    const bool written =
+        file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
+    return written ? QString() : file.errorString();
 }
 
 } // namespace
@@ -79,20 +98,16 @@ QString ConsoleWidget::getText()
 bool ConsoleWidget::saveTo(const QString& path)
 {
     const QString text = getText();
-    QSaveFile file(path);
-    // A place such as a pipe, or a file in a directory that is not writable, cannot be replaced.
-    file.setDirectWriteFallback(true);
-    const bool saved = file.open(QIODevice::WriteOnly) && file.write(text.toUtf8()) >= 0 &&
-                       file.write("\n") >= 0 && file.flush() && file.commit();
-    if (saved) {
+    const QString failure = write(path, text.toUtf8() + '\n');
+    const QString shownPath = QDir::toNativeSeparators(path);
+    if (failure.isEmpty()) {
         const int lines = text.count(QLatin1Char('\n')) + 1;
         notice->inform(tr("The console is saved to %1 (lines: %2).")
-                           .arg(QDir::toNativeSeparators(path), QLocale().toString(lines)));
+                           .arg(shownPath, QLocale().toString(lines)));
     } else {
-        notice->warn(tr("The console could not be saved to %1: %2.")
-                         .arg(QDir::toNativeSeparators(path), file.errorString()));
+        notice->warn(tr("The console could not be saved to %1: %2.").arg(shownPath, failure));
     }
-    return saved;
+    return failure.isEmpty();
 }
 
 int ConsoleWidget::getLineLimit() const
