@@ -37,7 +37,7 @@ void Board::update(const BoardSetup& boardSetup)
     if (boardSetup.mode != setup.mode) {
         mode = boardSetup.mode;
     }
-    if (boardSetup.forceBit != setup.forceBit && boardSetup.forceBit != ForceBit::Unreadable) {
+    if (boardSetup.forceBit != setup.forceBit) {
         forceBit = boardSetup.forceBit == ForceBit::Set;
     }
     setup = boardSetup;

@@ -16,10 +16,11 @@ constexpr int largestPacket = 1 << 16;
 
 } // namespace
 
-PacketReader::PacketReader(const QString& scenarioPath)
+PacketReader::PacketReader(const QString& scenarioPath, Writes writes)
 {
     int ends[2];
-    if (::pipe2(ends, O_DIRECT | O_CLOEXEC) == 0) {
+    const int mode = writes == Writes::StayApart ? O_DIRECT : 0;
+    if (::pipe2(ends, mode | O_CLOEXEC) == 0) {
         readEnd = ends[0];
         writeEnd = ends[1];
     }

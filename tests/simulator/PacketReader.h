@@ -6,12 +6,19 @@
 #include <QProcess>
 #include <QString>
 
-/// A run of the simulated tool whose writes on standard error stay apart: each read gives what one
-/// write wrote. Up to the size of a page; what a single write has beyond comes as further ones.
+/// A run of the simulated tool whose standard error is read write by write.
 class PacketReader : public QProcess
 {
 public:
-    explicit PacketReader(const QString& scenarioPath);
+    enum class Writes {
+        /// Each read gives what one write wrote, however late it is. What a write has beyond the
+        /// size of a page comes as further ones.
+        StayApart,
+        /// Each read gives all that was written until then, as with any pipe.
+        FlowTogether,
+    };
+
+    explicit PacketReader(const QString& scenarioPath, Writes writes = Writes::StayApart);
     ~PacketReader() override;
 
     /// Sends `line` and gives all writes until they end with `end` together.

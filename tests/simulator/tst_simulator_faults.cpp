@@ -43,6 +43,7 @@ private slots:
     void refusedAnswersAnErrorAndDoesNothing();
     void splitCutsAtTheOffsets_data();
     void splitCutsAtTheOffsets();
+    void splitWaitsForTheReaderOfEachPiece();
     void splitPausesBetweenItsPieces();
     void splitCutsInsideACharacter();
     void nulStandsBeforeTheMark();
@@ -152,6 +153,15 @@ void TestSimulatorFaults::splitCutsAtTheOffsets()
     QCOMPARE(getPieces(getFault("split", keys)), pieces);
 }
 
+void TestSimulatorFaults::splitWaitsForTheReaderOfEachPiece()
+{
+    SimulatedTool files;
+    files.setScenario(getOneBoard() + getFault("split", "every = 1\n"));
+    PacketReader reader(files.getPath(QStringLiteral("scenario.toml")),
+                        PacketReader::Writes::FlowTogether);
+    QCOMPARE(reader.ask("board get mode", "SUCCEEDED\n").size(), mode.size());
+}
+
 void TestSimulatorFaults::splitPausesBetweenItsPieces()
 {
     SimulatedTool tool;
@@ -199,6 +209,8 @@ void TestSimulatorFaults::garbageLeavesOnlyTheMark()
     const QByteArray more = tool.ask("board get mode");
     QCOMPARE(more.size(), 5000 + 1 + 18);
     QCOMPARE(more.left(256), noise.left(256));
+    QVERIFY(!more.contains('\0'));
+    QCOMPARE(more.count('\n'), 2);
     QCOMPARE(tool.ask("board get mode"), mode);
 }
 
@@ -315,7 +327,7 @@ void TestSimulatorFaults::closedInputLeavesTheToolAlive()
     tool.process.write("board get mode\n");
     QTRY_COMPARE(errors.count(), 1);
     QCOMPARE(errors.first().first().value<QProcess::ProcessError>(), QProcess::WriteError);
-    QCOMPARE(tool.process.state(), QProcess::Running);
+    QVERIFY(!tool.process.waitForFinished(100));
     QCOMPARE(tool.getJournal(), QByteArray("board get mode\n"));
 }
 
@@ -452,6 +464,10 @@ void TestSimulatorFaults::twoEqualFaultsCountForThemselves()
     QCOMPARE(tool.ask("board get mode"), "odd odd " + mode);
     tool.ask("board list");
     QCOMPARE(tool.ask("board get mode"), mode);
+    // A third one is new, the first two are used up.
+    tool.setScenario(getOneBoard() + fault + fault + fault);
+    tool.ask("board list");
+    QCOMPARE(tool.ask("board get mode"), "odd " + mode);
 }
 
 QTEST_GUILESS_MAIN(TestSimulatorFaults)

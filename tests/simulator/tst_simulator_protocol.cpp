@@ -294,11 +294,16 @@ void TestSimulatorProtocol::aJournalThatWasRemovedComesAgain()
 void TestSimulatorProtocol::aJournalThatCannotBeOpenedIsToldByTheListing()
 {
     SimulatedTool tool;
-    tool.setWholeScenario("journal = 'missing/journal.txt'\n");
+    tool.setScenario(getOneBoard());
     tool.start();
+    tool.ask("board list");
+    tool.setWholeScenario("journal = 'missing/journal.txt'\n");
     const QByteArray path = QFile::encodeName(tool.getPath(QStringLiteral("missing/journal.txt")));
     QCOMPARE(tool.ask("board list"),
              "Error: Journal " + path + ": No such file or directory\nCOMMAND FAILED\n");
+    // Neither the boards nor the journal have changed.
+    QCOMPARE(tool.ask("board get mode"), QByteArray("Jtag only\nCOMMAND SUCCEEDED\n"));
+    QCOMPARE(tool.getJournal(), QByteArray("board list\nboard list\nboard get mode\n"));
 }
 
 void TestSimulatorProtocol::aToolThatNobodyReadsStopsWaiting()
