@@ -35,8 +35,10 @@ using State = DirectoryListing::State;
 
 /// What takes less time to open is not spoken of.
 constexpr std::chrono::milliseconds openingPatience(400);
-/// A listing waits so long for a mouse button to be released.
+/// A listing waits for a mouse button to be released: looked at so often, and so many times at
+/// most.
 constexpr std::chrono::milliseconds displayDelay(50);
+constexpr int mostDelays = 20;
 constexpr int columnMargin = 24;
 
 bool isFailure(const DirectoryListing& listing)
@@ -275,6 +277,7 @@ void FileSystemBrowser::refuse(const DirectoryListing& listing)
 void FileSystemBrowser::onShownListed(const DirectoryListing& listing)
 {
     latest = std::make_unique<DirectoryListing>(listing);
+    displayDelays = 0;
     displayLatest();
 }
 
@@ -283,7 +286,8 @@ void FileSystemBrowser::displayLatest()
     if (!latest) {
         return;
     }
-    if (QApplication::mouseButtons() != Qt::NoButton) {
+    if (QApplication::mouseButtons() != Qt::NoButton && displayDelays < mostDelays) {
+        ++displayDelays;
         displayTimer.start(displayDelay);
         return;
     }

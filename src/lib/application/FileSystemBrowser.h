@@ -98,6 +98,7 @@ private:
     QTimer openingTimer; // until the person is told that a directory takes its time
     std::unique_ptr<DirectoryListing> latest; // awaits to be displayed
     QTimer displayTimer;
+    int displayDelays = 0;
 };
 
 } // namespace Zandu
