@@ -37,6 +37,9 @@ QString getBitstreamComplaint(const QString& path)
         return tr("The file \"%1\" cannot be read: change its rights, or name another one.")
             .arg(shown);
     }
+    if (file.size() == 0) {
+        return tr("The file \"%1\" is empty: name a bitstream file.").arg(shown);
+    }
     return {};
 }
 

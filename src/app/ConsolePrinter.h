@@ -18,11 +18,11 @@ class ConsolePrinter : public QObject
     Q_OBJECT
 
 public:
+    /// Listens to the Orvex::console of this moment.
     explicit ConsolePrinter(QObject* parent = nullptr);
 
-    /// Whether a message of exactly that text has come since the last `forget`.
+    /// Whether a message of exactly that text has come.
     bool hasSeen(const QString& text) const { return texts.contains(text); }
-    void forget() { texts.clear(); }
 
 private:
     void print(const Orvex::Message& message);

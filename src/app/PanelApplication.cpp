@@ -13,13 +13,12 @@ PanelApplication::PanelApplication(int& argc, char** argv)
     : QApplication(argc, argv)
     , theme(Orvex::Theme::getSystemScheme())
 {
-    Orvex::console = &console;
+    renewConsole();
     Orvex::theme = &theme;
     Zandu::application = &services;
     // Both would end every wait for the board tool at once; leaving goes another way.
     setQuitOnLastWindowClosed(false);
     setFallbackSessionManagementEnabled(false);
-    theme.apply();
     setWindowIcon(theme.getIcon("kestoboard"));
 }
 
@@ -28,6 +27,12 @@ PanelApplication::~PanelApplication()
     Zandu::application = nullptr;
     Orvex::theme = nullptr;
     Orvex::console = nullptr;
+}
+
+void PanelApplication::renewConsole()
+{
+    console = std::make_unique<Orvex::Console>();
+    Orvex::console = console.get();
 }
 
 void PanelApplication::setNames()
@@ -43,15 +48,15 @@ bool PanelApplication::notify(QObject* receiver, QEvent* event)
     try {
         return QApplication::notify(receiver, event);
     } catch (const Orvex::Exception& failure) {
-        console.error(failure);
+        console->error(failure);
     } catch (const std::exception& failure) {
-        console.error(tr("An action ended early: %1")
-                          .arg(QString::fromLocal8Bit(failure.what()))
-                          .toStdString(),
-                      "");
+        console->error(tr("An action ended early: %1")
+                           .arg(QString::fromLocal8Bit(failure.what()))
+                           .toStdString(),
+                       "");
     } catch (...) {
-        console.error(tr("An action ended early for a reason that is not known.").toStdString(),
-                      "");
+        console->error(tr("An action ended early for a reason that is not known.").toStdString(),
+                       "");
     }
     return false;
 }

@@ -7,6 +7,8 @@
 
 #include <QApplication>
 
+#include <memory>
+
 namespace Kestoboard
 {
 
@@ -23,6 +25,9 @@ public:
     /// An exception that leaves a slot is reported on the console, and the program goes on.
     bool notify(QObject* receiver, QEvent* event) override;
 
+    /// Begins an empty console in place of the one so far, which nobody may be using any more.
+    void renewConsole();
+
     /// Sets what the settings and the version are found under. Before any application object.
     static void setNames();
 
@@ -34,7 +39,7 @@ protected:
     bool event(QEvent* event) override;
 
 private:
-    Orvex::Console console;
+    std::unique_ptr<Orvex::Console> console;
     Orvex::Theme theme;
     Zandu::Application services;
 };

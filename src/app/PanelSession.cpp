@@ -1,9 +1,11 @@
 #include "app/PanelSession.h"
 
+#include "app/ChosenBitstream.h"
 #include "app/PanelApplication.h"
 #include "app/SimulatedTool.h"
 #include "app/StartFailure.h"
 #include "app/StartupWait.h"
+#include "app/WindowFurniture.h"
 
 #include <Board/KSBaseHandler.h>
 #include <Board/MainWindow.h>
@@ -35,6 +37,7 @@ int PanelSession::run()
     if (options.isSimulating) {
         SimulatedTool::enable(options.scenario);
     }
+    schemes.apply();
     if (!directory.enter(options.directory) || !makeWindow()) {
         return EXIT_FAILURE;
     }
@@ -74,16 +77,22 @@ void PanelSession::furnishWindow()
 {
     shutdown.watch(window.get());
     toolWatch.begin();
-    window->setWindowTitle(SimulatedTool::isEnabled() ? tr("Kestoboard – simulated boards")
-                                                      : tr("Kestoboard"));
+    furniture = std::make_unique<WindowFurniture>(window.get(), &schemes, &shutdown);
+    connect(&shutdown, &Shutdown::saving, this, [this] { furniture->getState().save(); });
+    if (!options.bitstream.isEmpty()) {
+        showChosenBitstream(*window, options.bitstream);
+    }
 }
 
 void PanelSession::endWindow()
 {
     toolWatch.disconnect(this);
+    shutdown.disconnect(this);
     Board::KSBaseHandler* const engine = window->getKSBaseHandler();
+    furniture.reset();
     window.reset();
     engine->destroy();
+    directory.leave();
 }
 
 void PanelSession::onToolEnded()

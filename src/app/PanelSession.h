@@ -2,6 +2,7 @@
 #define APP_PANELSESSION_H
 
 #include "app/Options.h"
+#include "app/SchemeChoice.h"
 #include "app/Shutdown.h"
 #include "app/SignalNotifier.h"
 #include "app/ToolWatch.h"
@@ -19,6 +20,8 @@ class MainWindow;
 
 namespace Kestoboard
 {
+
+class WindowFurniture;
 
 /// One run of the panel, from the directory it works in to the end of its window. Needs the
 /// PanelApplication.
@@ -46,7 +49,9 @@ private:
     Shutdown shutdown;
     SignalNotifier signalNotifier;
     ToolWatch toolWatch;
+    SchemeChoice schemes;
     std::unique_ptr<Board::MainWindow> window;
+    std::unique_ptr<WindowFurniture> furniture;
 };
 
 } // namespace Kestoboard

@@ -114,7 +114,6 @@ void Shutdown::request()
         endNow();
     }
     save();
-    emit ending();
     if (Board::MainWindow* const window = getPanelWindow()) {
         silence(window);
         window->hide();

@@ -50,7 +50,7 @@ public:
 signals:
     /// Time to save settings; the window still exists.
     void saving();
-    /// The process is about to end: what lies around in files is to be removed.
+    /// The process is about to end where it stands: what lies around in files is to be removed.
     void ending();
 
 private:

@@ -1,9 +1,9 @@
 #include "app/Tour.h"
 
 #include "app/ChosenBitstream.h"
-#include "app/Shutdown.h"
 #include "app/SimulatedTool.h"
 #include "app/StartFailure.h"
+#include "app/WindowFurniture.h"
 
 #include <Board/BitstreamLeaf.h>
 #include <Board/Folio.h>
@@ -129,12 +129,12 @@ void Tour::visit(const TourVariant& variant)
     printer.forget();
     chooseScenario(variant);
     Orvex::setDebug(variant.isDebug);
-    Orvex::theme->setScheme(variant.scheme);
-    Orvex::theme->apply();
+    schemes.choose(variant.scheme == Orvex::Theme::Scheme::Dark ? SchemeChoice::Choice::Dark
+                                                                : SchemeChoice::Choice::Light);
 
     awaited = tr("the first listing of the boards");
     const std::unique_ptr<Board::MainWindow, EndWindow> window(new Board::MainWindow);
-    window->setWindowTitle(tr("Kestoboard – simulated boards"));
+    const WindowFurniture furniture(window.get(), &schemes, &shutdown);
     window->resize(windowSize);
     window->show();
     window->activateWindow();

@@ -1,8 +1,9 @@
 #ifndef APP_TOUR_H
 #define APP_TOUR_H
 
-#include "app/ConsolePrinter.h"
 #include "app/Options.h"
+#include "app/SchemeChoice.h"
+#include "app/Shutdown.h"
 #include "app/TourVariant.h"
 #include "app/WorkingDirectory.h"
 
@@ -12,6 +13,7 @@
 #include <QTimer>
 
 #include <functional>
+#include <memory>
 
 namespace Board
 {
@@ -20,6 +22,8 @@ class MainWindow;
 
 namespace Kestoboard
 {
+
+class ConsolePrinter;
 
 /// Visits every page of the panel on simulated boards, loads a bitstream, and saves a picture of
 /// each page: with boards and without, in both modes, light and dark. What the console says goes to
@@ -54,7 +58,10 @@ private:
     const QDir pictures;
     QTemporaryDir settings;
     WorkingDirectory directory;
-    ConsolePrinter printer;
+    std::unique_ptr<ConsolePrinter> printer;
+    /// Nobody asks the tour to end; what is added to its windows needs somebody to ask.
+    Shutdown shutdown;
+    SchemeChoice schemes;
     QTimer watchdog;
     QString bitstream;
     /// What the tour is at, for the sentence of the watchdog.

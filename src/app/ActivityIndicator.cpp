@@ -1,0 +1,205 @@
+#include "app/ActivityIndicator.h"
+
+#include <Board/KSBaseHandler.h>
+#include <foundation/Encoding.h>
+#include <foundation/ForEachControler.h>
+#include <foundation/Theme.h>
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLocale>
+#include <QTime>
+
+#include <chrono>
+
+namespace Kestoboard
+{
+
+namespace
+{
+
+using namespace std::chrono_literals;
+
+const std::chrono::milliseconds tick = 250ms;
+/// What the panel asks for by itself is usually over by then.
+const qint64 backgroundPatience = 1500;
+/// From then on the tool may be stuck; transfers are known to take their time.
+const qint64 answerPatience = 10'000;
+const int iconSize = 16;
+const int widestLabel = 420;
+const qint64 minute = 60'000;
+
+QString getDuration(qint64 milliseconds)
+{
+    if (milliseconds < minute) {
+        return QLocale().toString(static_cast<double>(milliseconds) / 1000.0, 'f', 1) +
+               QStringLiteral(" s");
+    }
+    return QTime(0, 0).addMSecs(static_cast<int>(milliseconds)).toString(QStringLiteral("h:mm:ss"));
+}
+
+QString getClock(qint64 milliseconds)
+{
+    return QTime(0, 0).addMSecs(static_cast<int>(milliseconds)).toString(QStringLiteral("m:ss"));
+}
+
+bool isBackground(const Board::CommandHandler& handler)
+{
+    return handler.getCommandType() == Board::CommandHandler::CommandType::Refresh ||
+           handler.getCommandType() == Board::CommandHandler::CommandType::Monitor;
+}
+
+} // namespace
+
+ActivityIndicator::ActivityIndicator(Board::KSBaseHandler* observed, QWidget* parent)
+    : QWidget(parent)
+    , engine(observed)
+    , icon(new QLabel(this))
+    , label(new QLabel(this))
+    , lastText(tr("Idle"))
+    , lastIcon("")
+{
+    setObjectName(QStringLiteral("activityIndicator"));
+    icon->setFixedSize(iconSize, iconSize);
+    label->setObjectName(QStringLiteral("activityLabel"));
+    label->setMaximumWidth(widestLabel);
+    label->setTextFormat(Qt::PlainText);
+    auto* const row = new QHBoxLayout(this);
+    row->setContentsMargins(4, 0, 8, 0);
+    row->setSpacing(5);
+    row->addWidget(icon);
+    row->addWidget(label);
+
+    clock.start();
+    connect(engine, &Board::KSBaseHandler::commandAdded, this, &ActivityIndicator::observe);
+    connect(&ticker, &QTimer::timeout, this, &ActivityIndicator::refresh);
+    connect(Orvex::theme, &Orvex::Theme::schemeChanged, this, &ActivityIndicator::refresh);
+    observe();
+    refresh();
+}
+
+QString ActivityIndicator::getText() const
+{
+    return text;
+}
+
+ActivityIndicator::Verdict ActivityIndicator::getVerdict(const std::string& reply)
+{
+    const std::size_t success = reply.rfind("COMMAND SUCCEEDED");
+    const std::size_t failure = reply.rfind("COMMAND FAILED");
+    if (success == failure) {
+        return Verdict::Unknown;
+    }
+    if (success == std::string::npos || failure == std::string::npos) {
+        return success != std::string::npos ? Verdict::Succeeded : Verdict::Failed;
+    }
+    // The later mark is the one that ended the reply.
+    return success > failure ? Verdict::Succeeded : Verdict::Failed;
+}
+
+/// Takes note of the commands that have joined the queue.
+void ActivityIndicator::observe()
+{
+    Board::CommandHandler* handler = nullptr;
+    for (Orvex::ForEachControler<Board::CommandHandler*> loop(handler,
+                                                              engine->getCommandHandlers());
+         loop.next();) {
+        if (handler->hasFinished() || pendings.value(handler).handler == handler) {
+            continue;
+        }
+        pendings[handler] = {handler, Orvex::getReadable(handler->getCommand()),
+                             isBackground(*handler), clock.elapsed()};
+        // Queued before whoever waits is told, so that the handler is still there.
+        connect(
+            handler, &Board::CommandHandler::resultReady, this,
+            [this, handler] { finish(handler); }, Qt::QueuedConnection);
+    }
+    if (!pendings.isEmpty() && !ticker.isActive()) {
+        ticker.start(tick);
+    }
+    refresh();
+}
+
+void ActivityIndicator::finish(Board::CommandHandler* handler)
+{
+    const Pending pending = pendings.take(handler);
+    if (pending.handler) {
+        tellEnd(pending, getVerdict(pending.handler->getResult()));
+    }
+    lastEnd = clock.elapsed();
+    refresh();
+}
+
+void ActivityIndicator::tellEnd(const Pending& pending, Verdict verdict)
+{
+    if (pending.isBackground && verdict == Verdict::Succeeded) {
+        return;
+    }
+    const QString duration = getDuration(clock.elapsed() - getStart(pending));
+    switch (verdict) {
+    case Verdict::Succeeded:
+        lastIcon = "success";
+        lastText = tr("\"%1\" succeeded after %2").arg(pending.command, duration);
+        break;
+    case Verdict::Failed:
+        lastIcon = "error";
+        lastText = tr("\"%1\" failed after %2").arg(pending.command, duration);
+        break;
+    case Verdict::Unknown:
+        lastIcon = "warning";
+        lastText = tr("\"%1\" ended after %2, nobody knows how").arg(pending.command, duration);
+        break;
+    }
+}
+
+/// When the board tool could begin with a command: it does one after the other.
+qint64 ActivityIndicator::getStart(const Pending& pending) const
+{
+    return qMax(pending.created, lastEnd);
+}
+
+const ActivityIndicator::Pending* ActivityIndicator::getRunning() const
+{
+    const auto found = pendings.constFind(engine->getCommandHandlers().getRunnings().getFirst());
+    return found != pendings.constEnd() ? &*found : nullptr;
+}
+
+void ActivityIndicator::refresh()
+{
+    // Handlers that have gone without a reply leave nothing to wait for.
+    for (auto pending = pendings.begin(); pending != pendings.end();) {
+        pending = pending->handler ? pending + 1 : pendings.erase(pending);
+    }
+    const Pending* const running = getRunning();
+    const qint64 elapsed = running != nullptr ? clock.elapsed() - getStart(*running) : 0;
+    if (pendings.isEmpty()) {
+        ticker.stop();
+    }
+    if (running == nullptr || (running->isBackground && elapsed < backgroundPatience)) {
+        present(lastIcon, lastText);
+        return;
+    }
+    const bool isTransfer = running->handler && running->handler->getCommandType() ==
+                                                    Board::CommandHandler::CommandType::Transfer;
+    if (elapsed >= answerPatience && !isTransfer) {
+        present("warning", tr("No answer to \"%1\" for %2: the board tool may be busy or stuck")
+                               .arg(running->command, getClock(elapsed)));
+    } else {
+        present("time", tr("Running \"%1\" (%2)").arg(running->command, getClock(elapsed)));
+    }
+}
+
+void ActivityIndicator::present(const char* iconName, const QString& words)
+{
+    icon->setPixmap(Orvex::theme->getIcon(iconName).pixmap(iconSize, iconSize));
+    if (words == text) {
+        return;
+    }
+    text = words;
+    label->setText(
+        label->fontMetrics().elidedText(text.simplified(), Qt::ElideMiddle, widestLabel));
+    label->setAccessibleName(text);
+    label->setToolTip(text.toHtmlEscaped());
+}
+
+} // namespace Kestoboard

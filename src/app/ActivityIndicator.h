@@ -1,0 +1,77 @@
+#ifndef APP_ACTIVITYINDICATOR_H
+#define APP_ACTIVITYINDICATOR_H
+
+#include <Board/CommandHandler.h>
+
+#include <QElapsedTimer>
+#include <QMap>
+#include <QPointer>
+#include <QTimer>
+#include <QWidget>
+
+class QLabel;
+
+namespace Board
+{
+class KSBaseHandler;
+} // namespace Board
+
+namespace Kestoboard
+{
+
+/// Says what the board tool is at: nothing, a command and for how long, or how the last command
+/// ended, which stays until the next one.
+///
+/// What the panel asks for by itself every few seconds, the listings and the readings of the
+/// monitors, is told only when it takes long: the indicator is calm.
+class ActivityIndicator : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// What came of a command.
+    enum class Verdict { Succeeded, Failed, Unknown };
+
+    /// The engine outlives the indicator.
+    ActivityIndicator(Board::KSBaseHandler* observed, QWidget* parent);
+
+    /// The state in words.
+    QString getText() const;
+
+    /// Reads a verdict from a whole reply.
+    static Verdict getVerdict(const std::string& reply);
+
+private:
+    /// A command that is waited for.
+    struct Pending {
+        QPointer<Board::CommandHandler> handler;
+        QString command;
+        bool isBackground = false;
+        qint64 created = 0; ///< milliseconds of the clock
+    };
+
+    void observe();
+    void finish(Board::CommandHandler* handler);
+    void refresh();
+    const Pending* getRunning() const;
+    qint64 getStart(const Pending& pending) const;
+    void tellEnd(const Pending& pending, Verdict verdict);
+    void present(const char* iconName, const QString& words);
+
+    Board::KSBaseHandler* const engine;
+    QMap<Board::CommandHandler*, Pending> pendings;
+    QElapsedTimer clock;
+    /// When the board tool became free for the command at hand.
+    qint64 lastEnd = 0;
+    QTimer ticker;
+    QLabel* icon;
+    QLabel* label;
+    QString text;
+    /// What is shown while nothing runs.
+    QString lastText;
+    const char* lastIcon;
+};
+
+} // namespace Kestoboard
+
+#endif

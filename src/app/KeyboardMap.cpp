@@ -1,0 +1,79 @@
+#include "app/KeyboardMap.h"
+
+#include <foundation/Debug.h>
+#include <foundation/Theme.h>
+
+#include <QAction>
+#include <QDialogButtonBox>
+#include <QHeaderView>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+namespace Kestoboard
+{
+
+namespace
+{
+
+/// The text of an action as it reads, without the mark of its access key.
+QString getPlainText(const QAction& action)
+{
+    QString text = action.text();
+    text.remove(QLatin1Char('&'));
+    return text.remove(QChar(0x2026));
+}
+
+} // namespace
+
+KeyboardMap::KeyboardMap(QWidget* window)
+    : QDialog(window)
+    , list(new QTreeWidget(this))
+{
+    setObjectName(QStringLiteral("keyboardMap"));
+    setWindowTitle(tr("Keyboard map"));
+    list->setAccessibleName(tr("Keyboard map"));
+    list->setHeaderLabels({tr("Keys"), tr("Effect")});
+    list->setRootIsDecorated(false);
+    list->setSelectionMode(QAbstractItemView::NoSelection);
+    Orvex::theme->enrich(list);
+    addActions(window);
+    addFixedKeys();
+    list->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
+
+    auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    auto* const layout = new QVBoxLayout(this);
+    layout->addWidget(list);
+    layout->addWidget(buttons);
+    resize(520, 460);
+}
+
+void KeyboardMap::addActions(QWidget* window)
+{
+    for (const QAction* const action : window->findChildren<QAction*>()) {
+        if (!action->shortcut().isEmpty() && !action->text().isEmpty()) {
+            addRow(action->shortcut().toString(QKeySequence::NativeText), getPlainText(*action));
+        }
+    }
+}
+
+/// What the parts of the window do with keys without telling it.
+void KeyboardMap::addFixedKeys()
+{
+    addRow(tr("Tab, Shift+Tab"), tr("Next and previous control"));
+    addRow(tr("Space"), tr("Press the button that has the focus"));
+    addRow(tr("F10, Alt+letter"), tr("Open the menus"));
+    addRow(tr("Ctrl+wheel"), tr("Text size of the console, over the console"));
+    addRow(tr("Ctrl+L"), tr("Path field of the file browser, in the browser"));
+    if (Orvex::isDebug()) {
+        addRow(tr("Up, Down"), tr("Earlier and later commands, in the command field"));
+        addRow(tr("Return"), tr("Send the command, in the command field"));
+    }
+}
+
+void KeyboardMap::addRow(const QString& keys, const QString& effect)
+{
+    new QTreeWidgetItem(list, {keys, effect});
+}
+
+} // namespace Kestoboard

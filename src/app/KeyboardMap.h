@@ -1,0 +1,29 @@
+#ifndef APP_KEYBOARDMAP_H
+#define APP_KEYBOARDMAP_H
+
+#include <QDialog>
+
+class QTreeWidget;
+
+namespace Kestoboard
+{
+
+/// Lists what the keys do in a window: its actions and those of its parts.
+class KeyboardMap : public QDialog
+{
+    Q_OBJECT
+
+public:
+    explicit KeyboardMap(QWidget* window);
+
+private:
+    void addActions(QWidget* window);
+    void addFixedKeys();
+    void addRow(const QString& keys, const QString& effect);
+
+    QTreeWidget* list;
+};
+
+} // namespace Kestoboard
+
+#endif

@@ -1,0 +1,37 @@
+#ifndef APP_SCHEMECHOICE_H
+#define APP_SCHEMECHOICE_H
+
+#include <foundation/Theme.h>
+
+#include <QObject>
+
+namespace Kestoboard
+{
+
+/// Whether the panel is light or dark, as the person or else the desktop wants it. The choice is
+/// stored at once.
+class SchemeChoice : public QObject
+{
+    Q_OBJECT
+
+public:
+    enum class Choice { System, Light, Dark };
+    Q_ENUM(Choice)
+
+    /// Needs a QGuiApplication whose palette is still that of the desktop.
+    explicit SchemeChoice(QObject* parent = nullptr);
+
+    /// The stored choice; the desktop's where none or nonsense is stored.
+    Choice getChoice() const;
+    /// Stores a choice and gives the panel its look.
+    void choose(Choice choice);
+    /// Gives the panel the look of the stored choice.
+    void apply() const;
+
+private:
+    const Orvex::Theme::Scheme systemScheme;
+};
+
+} // namespace Kestoboard
+
+#endif

@@ -1,0 +1,38 @@
+#ifndef APP_WINDOWFURNITURE_H
+#define APP_WINDOWFURNITURE_H
+
+#include "app/SchemeChoice.h"
+#include "app/WindowState.h"
+
+namespace Board
+{
+class MainWindow;
+} // namespace Board
+
+namespace Kestoboard
+{
+
+class Shutdown;
+
+/// What the application adds to a window of the panel: title, menus, the activity in the status
+/// bar, files dropped on it, and the layout of the run before. It goes just before the window.
+class WindowFurniture
+{
+public:
+    /// Furnishes a window that is not shown yet.
+    WindowFurniture(Board::MainWindow* panel, SchemeChoice* schemes, Shutdown* shutdown);
+
+    WindowState& getState() { return state; }
+
+private:
+    void addIndicator();
+    void setTitle();
+    void focusFirstControl();
+
+    Board::MainWindow* const window;
+    WindowState state;
+};
+
+} // namespace Kestoboard
+
+#endif
