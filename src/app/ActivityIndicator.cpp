@@ -43,6 +43,15 @@ QString getClock(qint64 milliseconds)
     return QTime(0, 0).addMSecs(static_cast<int>(milliseconds)).toString(QStringLiteral("m:ss"));
 }
 
+/// The command without the directory of the file that it names.
+QString getShortForm(const QString& command)
+{
+    const int directory = command.indexOf(QLatin1String(" /"));
+    return directory < 0 ? command
+                         : command.left(directory + 1) +
+                               command.mid(command.lastIndexOf(QLatin1Char('/')) + 1);
+}
+
 bool isBackground(const Board::CommandHandler& handler)
 {
     return handler.getCommandType() == Board::CommandHandler::CommandType::Refresh ||
@@ -107,7 +116,7 @@ void ActivityIndicator::observe()
         if (handler->hasFinished() || pendings.value(handler).handler == handler) {
             continue;
         }
-        pendings[handler] = {handler, Orvex::getReadable(handler->getCommand()),
+        pendings[handler] = {handler, getShortForm(Orvex::getReadable(handler->getCommand())),
                              isBackground(*handler), clock.elapsed()};
         // Queued before whoever waits is told, so that the handler is still there.
         connect(

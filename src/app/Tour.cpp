@@ -1,6 +1,8 @@
 #include "app/Tour.h"
 
 #include "app/ChosenBitstream.h"
+#include "app/ConsolePrinter.h"
+#include "app/PanelApplication.h"
 #include "app/SimulatedTool.h"
 #include "app/StartFailure.h"
 #include "app/WindowFurniture.h"
@@ -10,7 +12,6 @@
 #include <Board/KSBaseHandler.h>
 #include <Board/MainWindow.h>
 #include <Board/MonitoringLeaf.h>
-#include <foundation/Console.h>
 #include <foundation/Debug.h>
 #include <foundation/Exception.h>
 #include <foundation/Theme.h>
@@ -23,6 +24,7 @@
 #include <QSettings>
 
 #include <chrono>
+#include <cstdio>
 #include <cstdlib>
 #include <memory>
 #include <stdexcept>
@@ -44,6 +46,13 @@ const int bitstreamSize = 96 * 1024;
 [[noreturn]] void fail(const QString& sentence)
 {
     throw std::runtime_error(sentence.toStdString());
+}
+
+/// A heading between the lines of the console.
+void tell(const QString& sentence)
+{
+    std::printf("-- %s\n", qPrintable(sentence));
+    std::fflush(stdout);
 }
 
 void writeFile(const QString& path, const QByteArray& content)
@@ -124,9 +133,8 @@ void Tour::prepare()
 
 void Tour::visit(const TourVariant& variant)
 {
-    Orvex::console->print(tr("Visiting the panel: %1").arg(variant.getDescription()).toStdString(),
-                          "");
-    printer.forget();
+    tell(tr("Visiting the panel %1").arg(variant.getDescription()));
+    beginConsole();
     chooseScenario(variant);
     Orvex::setDebug(variant.isDebug);
     schemes.choose(variant.scheme == Orvex::Theme::Scheme::Dark ? SchemeChoice::Choice::Dark
@@ -145,6 +153,16 @@ void Tour::visit(const TourVariant& variant)
         loadBitstream(window.get());
     }
     visitPages(window.get(), variant);
+}
+
+/// Each window shows what was said to it alone.
+void Tour::beginConsole()
+{
+    printer.reset();
+    if (auto* const application = qobject_cast<PanelApplication*>(qApp)) {
+        application->renewConsole();
+    }
+    printer = std::make_unique<ConsolePrinter>();
 }
 
 void Tour::chooseScenario(const TourVariant& variant)
@@ -175,8 +193,8 @@ void Tour::loadBitstream(Board::MainWindow* window)
     // Pressed from the event loop, as a person does.
     QMetaObject::invokeMethod(load, "click", Qt::QueuedConnection);
     waitFor(tr("the verdict on the load"),
-            [&] { return printer.hasSeen(success) || printer.hasSeen(failure); });
-    if (!printer.hasSeen(success)) {
+            [&] { return printer->hasSeen(success) || printer->hasSeen(failure); });
+    if (!printer->hasSeen(success)) {
         fail(tr("The board tool did not take the bitstream %1.").arg(bitstream));
     }
 }

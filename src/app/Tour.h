@@ -45,6 +45,7 @@ public:
 private:
     void prepare();
     void visit(const TourVariant& variant);
+    void beginConsole();
     void chooseScenario(const TourVariant& variant);
     void loadBitstream(Board::MainWindow* window);
     void visitPages(Board::MainWindow* window, const TourVariant& variant);

@@ -18,7 +18,7 @@ namespace
 const int currentVersion = 1;
 const QSize firstSize(1024, 768);
 /// The pages get this share of the height, in percent.
-const int pagesShare = 64;
+const int pagesShare = 60;
 
 QString getGroup()
 {
@@ -141,7 +141,8 @@ void WindowState::reset()
         window->move(qMax(available.left(), place.x()), qMax(available.top(), place.y()));
     }
     if (auto* const splitter = window->findChild<QSplitter*>()) {
-        splitter->setSizes({pagesShare, 100 - pagesShare});
+        const int pages = size.height() * pagesShare / 100;
+        splitter->setSizes({pages, size.height() - pages});
     }
 }
 
