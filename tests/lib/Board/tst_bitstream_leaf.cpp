@@ -873,14 +873,19 @@ void TestBitstreamLeaf::withoutAFolioOnlyTheListIsKept()
 void TestBitstreamLeaf::theWindowMayBeDeletedInAWait_data()
 {
     QTest::addColumn<QString>("command");
-    QTest::newRow("reset") << "board set reset on";
-    QTest::newRow("error handler") << setHandler;
-    QTest::newRow("load") << load + "PATH";
+    QTest::addColumn<QStringList>("commands");
+    const QStringList pulse = {"board set reset on", "board set reset off"};
+    const QStringList all = pulse + QStringList({setHandler, load + "PATH"});
+    // What has begun is done to its end; what would have begun afterwards is not.
+    QTest::newRow("reset") << "board set reset on" << pulse;
+    QTest::newRow("error handler") << setHandler << all;
+    QTest::newRow("load") << load + "PATH" << all;
 }
 
 void TestBitstreamLeaf::theWindowMayBeDeletedInAWait()
 {
     QFETCH(QString, command);
+    QFETCH(QStringList, commands);
     Bench bench;
     bench.setScenario(boardA());
     const QString path = writeFiles(bench, 1).first();
@@ -889,9 +894,11 @@ void TestBitstreamLeaf::theWindowMayBeDeletedInAWait()
     setScenario(&bench, panel.getEngine(), boardA() + bench.hold(command));
     browseTo(*panel.getWindow(), path);
     auto* leaf = panel.getWindow()->findChild<BitstreamLeaf*>();
+    takeCommands(&bench);
     panel.deleteWindowOnceReceived(&bench, command);
     QVERIFY(QMetaObject::invokeMethod(leaf, "onResetLoad"));
     QVERIFY(panel.getWindow() == nullptr);
+    QCOMPARE(takeCommands(&bench), commands.replaceInStrings("PATH", path));
     QCOMPARE(Orvex::console->getDepth(), 0);
 }
 

@@ -394,8 +394,12 @@ void TestFolio::aSecondBoardInitializesNothing()
 void TestFolio::theLastBoardThatLeavesTellsNoPage()
 {
     Bench bench;
-    bench.setScenario(selectedBoard("KS-Dev A"));
+    bench.setScenario(selectedBoard("KS-Dev A") +
+                      Bench::reply("board monitor get", "V: 1 2\nCOMMAND SUCCEEDED\n"));
     Panel panel;
+    const auto* table = getNamed<QWidget>(*panel.getFolio(), "monitoringWidget");
+    const QStringList shown = Test::describeGrid(*table);
+    QCOMPARE(shown.size(), 6);
     Test::takeCommands(&bench);
 
     Test::setScenario(&bench, panel.getEngine(), {});
@@ -403,6 +407,7 @@ void TestFolio::theLastBoardThatLeavesTellsNoPage()
     QCOMPARE(Test::takeCommands(&bench), QStringList());
     QCOMPARE(getNamed<QComboBox>(*panel.getFolio(), "modeComboBox")->currentText(),
              QString("Jtag only"));
+    QCOMPARE(Test::describeGrid(*table), shown);
 
     // The next first board initializes again.
     Test::setScenario(&bench, panel.getEngine(), selectedBoard("KS-Dev A"));

@@ -137,6 +137,7 @@ private slots:
 
     void initializingReplacesTheTable();
     void aRepeatedNameKeepsItsLastLabels();
+    void generatingAloneDeletesTheOldValues();
     void layingOutTwiceLeavesTheNames();
     void aForeignLayoutIsReplaced();
     void withoutItsContainerTheTableIsRefused();
@@ -617,6 +618,20 @@ void TestMonitoringLeaf::aRepeatedNameKeepsItsLastLabels()
     QCOMPARE(countLabels(*leaf), 3 + 3 + 3);
     leaf->fillMonitoringTable();
     QCOMPARE(getRows(*leaf), QStringList({"V||", "T|9|", "V|3|4"}));
+}
+
+void TestMonitoringLeaf::generatingAloneDeletesTheOldValues()
+{
+    Bench bench;
+    bench.setScenario(boardA() + monitor("V: 1 2\n"));
+    Panel panel;
+    auto* leaf = panel.find<MonitoringLeaf>();
+    setScenario(&bench, panel.getEngine(), {});
+    leaf->generateMonitoringLabels();
+    QCOMPARE(countLabels(*leaf), 3 + 1);
+    QVERIFY(leaf->getMonitoringVoltageLabel("V") == nullptr);
+    QVERIFY(leaf->getMonitoringCurrentLabel("V") == nullptr);
+    QVERIFY(leaf->getMonitoringChannels().isEmpty());
 }
 
 void TestMonitoringLeaf::layingOutTwiceLeavesTheNames()
