@@ -42,6 +42,7 @@ void Output::write(std::string_view bytes) const
 
 bool Output::hasUnread() const
 {
+    // A terminal would answer the same request with the number of bytes typed ahead.
     struct stat status {
     };
     int unread = 0;

@@ -1,5 +1,7 @@
 #include "SimulatedTool.h"
 
+#include <FlashImage.h>
+
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
@@ -49,6 +51,10 @@ private slots:
     void theStateFolderIsMade();
     void withoutAStateKeyTheStateIsTheUsers();
     void aStateFolderThatCannotBeMadeIsToldWithItsReason();
+    void theFlashIsComparedWholeAndByteByByte_data();
+    void theFlashIsComparedWholeAndByteByByte();
+    void aFlashThatForgetsIsNoticed();
+    void aFlashThatIsFullIsNoticed();
     void aTransferTakesTimeBySize_data();
     void aTransferTakesTimeBySize();
     void aTimeScaleOfZeroTakesNoTime();
@@ -250,6 +256,53 @@ void TestSimulatorTransfers::aStateFolderThatCannotBeMadeIsToldWithItsReason()
     tool.start();
     QCOMPARE(tool.ask(program + "good.bts"),
              refused("The flash cannot be written: Not a directory"));
+}
+
+void TestSimulatorTransfers::theFlashIsComparedWholeAndByteByByte_data()
+{
+    QTest::addColumn<QByteArray>("contents");
+    QTest::addColumn<bool>("same");
+    QTest::newRow("the same") << QByteArray("image") << true;
+    QTest::newRow("another byte") << QByteArray("imagE") << false;
+    QTest::newRow("a byte less") << QByteArray("imag") << false;
+    QTest::newRow("a byte more") << QByteArray("image2") << false;
+    QTest::newRow("nothing") << QByteArray() << false;
+}
+
+void TestSimulatorTransfers::theFlashIsComparedWholeAndByteByByte()
+{
+    QFETCH(QByteArray, contents);
+    QFETCH(bool, same);
+    SimulatedTool files;
+    const std::string source = files.makeFile(QStringLiteral("image.bts"), "image").toStdString();
+    files.makeFile(QStringLiteral("A.flash"), contents);
+    const Simulator::FlashImage flash(QFile::encodeName(files.getPath({})).toStdString(), "A");
+    QCOMPARE(flash.isSame(source), same);
+}
+
+void TestSimulatorTransfers::aFlashThatForgetsIsNoticed()
+{
+    SimulatedTool tool;
+    tool.makeFile(QStringLiteral("good.bts"), "good");
+    QVERIFY(QDir().mkpath(tool.getPath(QStringLiteral("state"))));
+    QVERIFY(QFile::link(QStringLiteral("/dev/null"),
+                        tool.getPath(QStringLiteral("state/KS-Dev%20A.flash.new"))));
+    tool.setScenario(getOneBoard());
+    tool.start();
+    QCOMPARE(tool.ask(program + "good.bts"), refused("The flash does not hold what was written"));
+}
+
+void TestSimulatorTransfers::aFlashThatIsFullIsNoticed()
+{
+    SimulatedTool tool;
+    tool.makeFile(QStringLiteral("good.bts"), "good");
+    QVERIFY(QDir().mkpath(tool.getPath(QStringLiteral("state"))));
+    QVERIFY(QFile::link(QStringLiteral("/dev/full"),
+                        tool.getPath(QStringLiteral("state/KS-Dev%20A.flash.new"))));
+    tool.setScenario(getOneBoard());
+    tool.start();
+    QCOMPARE(tool.ask(program + "good.bts"),
+             refused("The flash cannot be written: Input/output error"));
 }
 
 void TestSimulatorTransfers::aTransferTakesTimeBySize_data()
