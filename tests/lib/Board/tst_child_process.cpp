@@ -211,8 +211,6 @@ void TestChildProcess::theConnectionsAreThoseOfTheTable_data()
     QTest::addColumn<QByteArray>("slot");
     QTest::newRow("added") << QByteArray("engine") << QByteArray(SIGNAL(commandAdded()))
                            << QByteArray(SLOT(startThread()));
-    QTest::newRow("thread") << QByteArray("thread") << QByteArray(SIGNAL(finished()))
-                            << QByteArray(SLOT(startThread()));
     QTest::newRow("tick") << QByteArray("tick") << QByteArray(SIGNAL(timeout()))
                           << QByteArray(SLOT(onTimeout()));
     QTest::newRow("text") << QByteArray("process") << QByteArray(SIGNAL(readyReadStandardError()))
@@ -243,10 +241,6 @@ void TestChildProcess::theConnectionsAreThoseOfTheTable()
         for (QTimer* const timer : engine->findChildren<QTimer*>()) {
             object = timer == panel.getPollTimer() ? object : timer;
         }
-    } else if (sender == "thread") {
-        // The worker is no child of the engine: the connection shows in what it does.
-        QCOMPARE(panel.run(CommandType::Control, "board get mode").empty(), false);
-        return;
     }
     QVERIFY(object != nullptr);
     // Only a connection that is there can be taken away.

@@ -5,18 +5,19 @@
 
 #include <Board/KSBaseHandler.h>
 #include <Board/Scheduler.h>
+#include <foundation/Exception.h>
 #include <foundation/FactoryFailed.h>
 #include <foundation/Fatal.h>
 #include <foundation/InvalidRequest.h>
 
+#include <QFile>
 #include <QSignalSpy>
 #include <QStatusBar>
-#include <QTextCodec>
 #include <QThread>
 #include <QTimer>
 
 #include <memory>
-#include <vector>
+#include <stdexcept>
 
 using Board::CommandHandler;
 using Test::Bench;
@@ -39,6 +40,7 @@ private slots:
     void init();
     void cleanup();
     void anEmptyQueueStartsNothing();
+    void theEndOfTheWorkerStartsTheNextCommand();
     void theReplyIsEverythingWithItsMark();
     void aFailureEndsTheWaitLikeASuccess();
     void theChunksOfAReplyDoNotMatter_data();
@@ -67,8 +69,12 @@ private slots:
     void inDebugModeARawCommandIsAnswered();
     void anEmptyRawCommandIsRefused();
     void aRawCommandIsOfTheFirstType();
+    void aRawCommandStopsTheTickOnItsReturn();
     void aSecondExecutionIsRefused();
+    void aRefusedExecutionIsPrintedAndLeavesTheCommandPending();
     void aNullHandlerIsRefused();
+    void aFailureOnTheWorkerIsPrintedAndTheQueueMovesOn_data();
+    void aFailureOnTheWorkerIsPrintedAndTheQueueMovesOn();
     void anEmptyResultIsReportedAndSentAgain();
     void theSchedulerRefusesItsArguments_data();
     void theSchedulerRefusesItsArguments();
@@ -87,6 +93,27 @@ private:
     CommandHandler* create(CommandType type, const std::string& text)
     {
         return CommandHandler::create(type, text, panel->getEngine());
+    }
+    /// The worker, which is no child of the engine, as it shows itself in a reply.
+    QThread* getWorker()
+    {
+        QThread* worker = nullptr;
+        CommandHandler* const handler = create(CommandType::Control, command);
+        connect(
+            handler, &CommandHandler::resultReady, handler,
+            [&worker] { worker = QThread::currentThread(); }, Qt::DirectConnection);
+        Board::waitCommandHandlerReady(handler);
+        handler->destroy();
+        return worker;
+    }
+    /// The timer that counts the seconds of a command.
+    QTimer* getTick() const
+    {
+        QTimer* tick = nullptr;
+        for (QTimer* const timer : panel->getEngine()->findChildren<QTimer*>()) {
+            tick = timer == panel->getPollTimer() ? tick : timer;
+        }
+        return tick;
     }
     QString run(const char* text)
     {
@@ -114,15 +141,41 @@ void TestCommandExecution::cleanup()
 
 void TestCommandExecution::anEmptyQueueStartsNothing()
 {
-    run(command);
-    Board::KSBaseHandler* const engine = panel->getEngine();
-    bench->takeJournal();
-    engine->startThread();
-    run(otherCommand);
-    engine->startThread();
+    QThread* const worker = getWorker();
+    worker->wait();
     QCoreApplication::processEvents();
-    QVERIFY(!engine->isRunning());
-    QCOMPARE(bench->takeJournal(), QStringList({otherCommand}));
+    QSignalSpy starts(worker, &QThread::started);
+    QSignalSpy ends(worker, &QThread::finished);
+    panel->getEngine()->startThread();
+    QVERIFY(!worker->isRunning());
+
+    run(command);
+    QTRY_COMPARE(ends.count(), 1);
+    // The end of the last command has been served: nothing is left to start for.
+    QCoreApplication::processEvents();
+    QVERIFY(!worker->isRunning());
+    QCOMPARE(starts.count(), 1);
+}
+
+void TestCommandExecution::theEndOfTheWorkerStartsTheNextCommand()
+{
+    QThread* const worker = getWorker();
+    // Only a connection that is there, and there once, can be taken away once.
+    QVERIFY(
+        QObject::disconnect(worker, SIGNAL(finished()), panel->getEngine(), SLOT(startThread())));
+    QVERIFY(
+        !QObject::disconnect(worker, SIGNAL(finished()), panel->getEngine(), SLOT(startThread())));
+    QVERIFY(QObject::connect(worker, SIGNAL(finished()), panel->getEngine(), SLOT(startThread())));
+    worker->wait();
+    QCoreApplication::processEvents();
+
+    QSignalSpy starts(worker, &QThread::started);
+    CommandHandler* const first = create(CommandType::Control, command);
+    CommandHandler* const second = create(CommandType::Control, otherCommand);
+    Board::waitCommandHandlerReady(second);
+    QCOMPARE(starts.count(), 2);
+    first->destroy();
+    second->destroy();
 }
 
 void TestCommandExecution::theReplyIsEverythingWithItsMark()
@@ -380,13 +433,21 @@ void TestCommandExecution::theStatusBarCountsTheSeconds()
 {
     setFaults(bench->hold(command));
     QStatusBar* const bar = panel->getWindow()->statusBar();
-    QSignalSpy shown(bar, &QStatusBar::messageChanged);
+    QStringList shown;
+    connect(bar, &QStatusBar::messageChanged, bar, [&shown](const QString& text) {
+        // What vanishes by itself in between is told as an empty text.
+        if (!text.isEmpty()) {
+            shown += text;
+        }
+    });
     CommandHandler* const handler = create(CommandType::Control, command);
     const QString text = QString("Executing command '%1' (%2)").arg(command);
     // The tick itself: a second passes twice.
-    QTRY_COMPARE(bar->currentMessage(), text.arg("00:00:01"));
-    QTRY_COMPARE(bar->currentMessage(), text.arg("00:00:02"));
-    QVERIFY(shown.count() >= 2);
+    QTRY_VERIFY(shown.size() >= 2);
+    QCOMPARE(shown.mid(0, 2), QStringList({text.arg("00:00:01"), text.arg("00:00:02")}));
+    // Each text stands longer than the tick, so that there is no gap.
+    QCOMPARE(bar->findChild<QTimer*>()->interval(), 1200);
+    QCOMPARE(getTick()->interval(), 1000);
     bench->release();
     Board::waitCommandHandlerReady(handler);
     // The text goes by itself, soon after the end of the command.
@@ -447,14 +508,11 @@ void TestCommandExecution::aShortCommandShowsNothing()
     CommandHandler* const handler = create(CommandType::Control, command);
     QTRY_VERIFY(handler->isRunning());
     // The tick runs only while a command does.
-    QTimer* tick = nullptr;
-    for (QTimer* const timer : panel->getEngine()->findChildren<QTimer*>()) {
-        tick = timer->interval() == 1000 ? timer : tick;
-    }
-    QVERIFY(tick->isActive());
+    QVERIFY(getTick()->isActive());
     bench->release();
     Board::waitCommandHandlerReady(handler);
-    QVERIFY(!tick->isActive());
+    QVERIFY(!getTick()->isActive());
+    QCOMPARE(shown.count(), 0);
     handler->destroy();
 }
 
@@ -496,6 +554,26 @@ void TestCommandExecution::aRawCommandIsOfTheFirstType()
     QVERIFY(!panel->getEngine()->sendCommand(command).empty());
 }
 
+void TestCommandExecution::aRawCommandStopsTheTickOnItsReturn()
+{
+    const Test::DebugMode debug(true);
+    setFaults(bench->hold(command) + Bench::fault(otherCommand, "kind = \"never\""));
+    CommandHandler* next = nullptr;
+    QTimer::singleShot(0, this, [this, &next] {
+        QTRY_VERIFY(panel->getEngine()->isRunning());
+        next = create(CommandType::Control, otherCommand);
+        bench->release();
+        // On top of the raw command's wait, which returns after this only.
+        QTRY_VERIFY(next->isRunning());
+        QVERIFY(getTick()->isActive());
+    });
+    panel->getEngine()->sendCommand(command);
+    QVERIFY(next != nullptr);
+    QVERIFY(next->isRunning());
+    QVERIFY(!getTick()->isActive());
+    next->destroy();
+}
+
 void TestCommandExecution::aSecondExecutionIsRefused()
 {
     setFaults(bench->hold(command));
@@ -515,6 +593,29 @@ void TestCommandExecution::aSecondExecutionIsRefused()
     handler->destroy();
 }
 
+void TestCommandExecution::aRefusedExecutionIsPrintedAndLeavesTheCommandPending()
+{
+    setFaults(bench->hold(command));
+    CommandHandler* const handler = create(CommandType::Control, command);
+    QTRY_VERIFY(handler->isRunning());
+    Test::ConsoleRecorder recorder;
+    // A second worker takes the same command, since it is pending still.
+    QThread thread;
+    Board::Scheduler* const scheduler = Board::Scheduler::create(&thread, panel->getEngine());
+    thread.start();
+    QTRY_VERIFY(thread.isFinished());
+    QTRY_COMPARE(recorder.getMessages().size(), 1);
+    const QString report = recorder.getLines().first();
+    QVERIFY2(report.startsWith("Already running"), qPrintable(report));
+    QVERIFY(report.contains("executeCommand"));
+    QCOMPARE(panel->getEngine()->getCommandHandlers().getPendings().getFirst(), handler);
+    bench->release();
+    Board::waitCommandHandlerReady(handler);
+    QCOMPARE(bench->count(command), 1);
+    handler->destroy();
+    scheduler->destroy();
+}
+
 void TestCommandExecution::aNullHandlerIsRefused()
 {
     try {
@@ -525,6 +626,49 @@ void TestCommandExecution::aNullHandlerIsRefused()
         QCOMPARE(failure.getFunction(), std::string("executeCommand"));
     }
     QVERIFY(!panel->getEngine()->isRunning());
+}
+
+void TestCommandExecution::aFailureOnTheWorkerIsPrintedAndTheQueueMovesOn_data()
+{
+    QTest::addColumn<QString>("kind");
+    QTest::addColumn<QString>("report");
+    QTest::newRow("its own") << "own"
+                             << "out of order";
+    QTest::newRow("standard") << "standard"
+                              << "Processing aborted [out of order]";
+    QTest::newRow("other") << "other"
+                           << "Processing aborted [something strange...]";
+}
+
+void TestCommandExecution::aFailureOnTheWorkerIsPrintedAndTheQueueMovesOn()
+{
+    QFETCH(QString, kind);
+    QFETCH(QString, report);
+    Test::ConsoleRecorder recorder;
+    CommandHandler* const failing = create(CommandType::Control, command);
+    // What hears of the reply on the worker throws: the failure comes out of the execution.
+    connect(
+        failing, &CommandHandler::resultReady, failing,
+        [kind] {
+            if (kind == "own") {
+                throw Orvex::Exception("out of order");
+            }
+            if (kind == "standard") {
+                throw std::runtime_error("out of order");
+            }
+            throw 42;
+        },
+        Qt::DirectConnection);
+    CommandHandler* const next = create(CommandType::Control, otherCommand);
+    Board::waitCommandHandlerReady(next);
+    QCOMPARE(recorder.getMessages().size(), 1);
+    // Printed, and not as an error: the mark of one would lead the line.
+    const QString line = recorder.getLines().first();
+    QVERIFY2(line.startsWith(report), qPrintable(line));
+    QCOMPARE(line.contains("src/lib/Board/Scheduler"), kind != "own");
+    QCOMPARE(line.contains("launch"), kind != "own");
+    failing->destroy();
+    next->destroy();
 }
 
 void TestCommandExecution::anEmptyResultIsReportedAndSentAgain()
