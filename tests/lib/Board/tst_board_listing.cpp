@@ -28,6 +28,7 @@ private slots:
     void theLinesKeepTheirOrder();
     void garbageGivesNoBoard();
     void aLongLineIsRead();
+    void manyLinesAreRead();
 };
 
 void TestBoardListing::aLineGivesABoardOrNothing_data()
@@ -92,6 +93,17 @@ void TestBoardListing::aLongLineIsRead()
     const QByteArray line = "- 0x534B " + QByteArray(1 << 20, 'x') + " y";
     QCOMPARE(parse(line).size(), 1);
     QCOMPARE(parse(line).first().size(), (1 << 20) + 2);
+}
+
+void TestBoardListing::manyLinesAreRead()
+{
+    QByteArray reply;
+    QStringList names;
+    for (int number = 0; number < 10000; ++number) {
+        names += QString("Board %1").arg(number);
+        reply += "- 0x534B " + names.last().toUtf8() + "\n";
+    }
+    QCOMPARE(parse(reply), names);
 }
 
 QTEST_APPLESS_MAIN(TestBoardListing)

@@ -48,6 +48,7 @@ private slots:
     void aReplyWithoutAForceBitMustNotBe();
     void aMonitoringReadReturnsTheWholeReply();
     void aSecondMonitoringReadGoesAwayEmptyHanded();
+    void aFailedMonitoringReadIsTheLast();
     void theMonitoringIndexIsWrittenInDecimal();
     void aBitIsStoredOnlyWhenTheToolAgrees();
     void aBitGoesToTheBoardThatIsSelectedAtTheEnd();
@@ -302,6 +303,18 @@ void TestBoardOperations::aSecondMonitoringReadGoesAwayEmptyHanded()
     QCOMPARE(second, std::string());
     QCOMPARE(bench->takeJournal(), QStringList({"board monitor get 0"}));
     QVERIFY(!engine()->isMonitoring());
+}
+
+void TestBoardOperations::aFailedMonitoringReadIsTheLast()
+{
+    connect(engine(), &KSBaseHandler::commandAdded, this,
+            [] { throw Orvex::Fatal("out of order"); });
+    QVERIFY_EXCEPTION_THROWN(engine()->_getMonitor(0), Orvex::Fatal);
+    disconnect(engine(), &KSBaseHandler::commandAdded, this, nullptr);
+    QVERIFY(engine()->isMonitoring());
+    bench->takeJournal();
+    QCOMPARE(engine()->_getMonitor(0), std::string());
+    QCOMPARE(bench->takeJournal(), QStringList());
 }
 
 void TestBoardOperations::theMonitoringIndexIsWrittenInDecimal()
