@@ -9,6 +9,8 @@
 
 #include <QEventLoop>
 
+#include <memory>
+
 namespace Board
 {
 
@@ -28,9 +30,10 @@ CommandHandler* CommandHandler::create(const CommandType& type, const std::strin
                                        KSBaseHandler* engine)
 {
     preCreate(type, text, engine);
-    auto* const handler = new CommandHandler(type, text, engine);
+    // A failure while the handler is being hooked up leaves nothing in the queue.
+    std::unique_ptr<CommandHandler, Destroyer> handler(new CommandHandler(type, text, engine));
     handler->postCreate(type, text, engine);
-    return handler;
+    return handler.release();
 }
 
 void CommandHandler::preCreate(const CommandType& type, const std::string& text,

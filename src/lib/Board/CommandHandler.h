@@ -33,6 +33,11 @@ public:
         Monitor = 4   ///< a reading of voltages and currents
     };
 
+    /// Ends a handler that a smart pointer owns.
+    struct Destroyer {
+        void operator()(CommandHandler* handler) const { handler->destroy(); }
+    };
+
     /// Queues a command; the worker may be executing it already when this returns.
     ///
     /// @throws Orvex::FactoryFailed for an invalid type, an empty text or a null engine, with

@@ -64,10 +64,7 @@ const std::chrono::milliseconds workerServeStep = 1ms;
 
 const std::uint64_t secondsPerDay = 24 * 60 * 60;
 
-struct Destroy {
-    void operator()(CommandHandler* handler) const { handler->destroy(); }
-};
-using OwnedCommandHandler = std::unique_ptr<CommandHandler, Destroy>;
+using OwnedCommandHandler = std::unique_ptr<CommandHandler, CommandHandler::Destroyer>;
 
 std::string getOnOff(bool isOn)
 {

@@ -206,6 +206,7 @@ void TestCommandEntry::aFailureIsReportedAndTheDepthRestored()
     QVERIFY(lines.at(1).contains("onSendCommand"));
     QVERIFY(lines.at(1).contains("src/lib/Board/MainWindow"));
     QCOMPARE(Orvex::console->getDepth(), 0);
+    QVERIFY(panel->getEngine()->getCommandHandlers().isEmpty());
     QTest::keyClick(field, Qt::Key_Up);
     QCOMPARE(field->text(), QString("board get mode"));
 }

@@ -97,6 +97,10 @@ void TestEngineStress::handlersMayLeaveAtAnyMoment()
         const std::string text = "command " + std::to_string(number);
         handlers.push_back(CommandHandler::create(static_cast<CommandType>(1 + random() % 4), text,
                                                   panel.getEngine()));
+        if (number % 16 == 0) {
+            // However slow the tool is, some of those that leave have had their reply.
+            Board::waitCommandHandlerReady(handlers.back());
+        }
         for (unsigned turns = random() % 4; turns > 0; --turns) {
             QCoreApplication::processEvents(QEventLoop::AllEvents);
         }
