@@ -45,6 +45,9 @@ private slots:
     void aRefusedCommandDoesNotStopTheFile();
     void anExceptionAbandonsTheRest();
     void aSecondFileRunsNestedInTheFirst();
+    void anEntryOfTheMenuRunsItsFileOnce_data();
+    void anEntryOfTheMenuRunsItsFileOnce();
+    void aClickOnTheButtonRunsTheLastFileAgain();
     void theListOfActionsDoesNotGrow();
     void aNameWithAccentsIsPrinted();
     void binaryAndLargeFilesAreRunToTheirEnd();
@@ -81,6 +84,20 @@ private:
             }
         }
         QFAIL("no such entry");
+    }
+
+    /// Opens the menu of the button and takes an entry with the keyboard, as a person does.
+    void choose(int entry)
+    {
+        Test::when(
+            this, [this] { return button->menu()->isVisible(); },
+            [this, entry] {
+                for (int press = 0; press <= entry; ++press) {
+                    QTest::keyClick(button->menu(), Qt::Key_Down);
+                }
+                QTest::keyClick(button->menu(), Qt::Key_Return);
+            });
+        button->showMenu();
     }
 
     std::unique_ptr<Bench> bench;
@@ -350,6 +367,49 @@ void TestCommandFiles::aSecondFileRunsNestedInTheFirst()
     QCOMPARE(Orvex::console->getDepth(), 0);
 }
 
+void TestCommandFiles::anEntryOfTheMenuRunsItsFileOnce_data()
+{
+    QTest::addColumn<int>("refreshes");
+    QTest::addColumn<int>("entry");
+    QTest::addColumn<QString>("name");
+    // At first the default is the very entry of the menu; a refresh makes a fresh one.
+    QTest::newRow("the default's own entry") << 0 << 0 << "a.cmd";
+    QTest::newRow("another entry") << 0 << 1 << "b.cmd";
+    QTest::newRow("a fresh entry of the default's file") << 1 << 0 << "a.cmd";
+    QTest::newRow("another fresh entry") << 1 << 1 << "b.cmd";
+}
+
+void TestCommandFiles::anEntryOfTheMenuRunsItsFileOnce()
+{
+    QFETCH(int, refreshes);
+    QFETCH(int, entry);
+    QFETCH(QString, name);
+    bench->writeFile("a.cmd", "of a.cmd\n");
+    bench->writeFile("b.cmd", "of b.cmd\n");
+    makePanel();
+    panel->getWindow()->show();
+    for (int count = 0; count < refreshes; ++count) {
+        refresh();
+    }
+    choose(entry);
+    QCOMPARE(bench->takeJournal(), QStringList({"of " + name}));
+    QCOMPARE(button->text(), name);
+}
+
+void TestCommandFiles::aClickOnTheButtonRunsTheLastFileAgain()
+{
+    bench->writeFile("a.cmd", "of a\n");
+    bench->writeFile("b.cmd", "of b\n");
+    makePanel();
+    panel->getWindow()->show();
+    launch("b.cmd");
+    refresh();
+    bench->takeJournal();
+    QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(4, button->height() / 2));
+    QCOMPARE(bench->takeJournal(), QStringList({"of b"}));
+    QCOMPARE(button->text(), QString("b.cmd"));
+}
+
 void TestCommandFiles::theListOfActionsDoesNotGrow()
 {
     bench->writeFile("a.cmd", "");
@@ -391,13 +451,13 @@ void TestCommandFiles::binaryAndLargeFilesAreRunToTheirEnd()
 
 void TestCommandFiles::manyFilesAreListed()
 {
-    for (int number = 0; number < 1000; ++number) {
+    for (int number = 0; number < 10000; ++number) {
         bench->writeFile(QString("%1.cmd").arg(number), "");
     }
     makePanel();
-    QCOMPARE(getNames().size(), 1000);
+    QCOMPARE(getNames().size(), 10000);
     refresh();
-    QCOMPARE(getNames().size(), 1000);
+    QCOMPARE(getNames().size(), 10000);
     QCOMPARE(button->actions().size(), 2);
 }
 
