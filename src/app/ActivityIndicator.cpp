@@ -1,5 +1,7 @@
 #include "app/ActivityIndicator.h"
 
+#include "app/ElidedLabel.h"
+
 #include <Board/KSBaseHandler.h>
 #include <foundation/Encoding.h>
 #include <foundation/ForEachControler.h>
@@ -26,7 +28,7 @@ const qint64 backgroundPatience = 1500;
 /// From then on the tool may be stuck; transfers are known to take their time.
 const qint64 answerPatience = 10'000;
 const int iconSize = 16;
-const int widestLabel = 420;
+const int widestLabel = 560;
 const qint64 minute = 60'000;
 
 QString getDuration(qint64 milliseconds)
@@ -64,7 +66,7 @@ ActivityIndicator::ActivityIndicator(Board::KSBaseHandler* observed, QWidget* pa
     : QWidget(parent)
     , engine(observed)
     , icon(new QLabel(this))
-    , label(new QLabel(this))
+    , label(new ElidedLabel(this))
     , lastText(tr("Idle"))
     , lastIcon("")
 {
@@ -72,7 +74,6 @@ ActivityIndicator::ActivityIndicator(Board::KSBaseHandler* observed, QWidget* pa
     icon->setFixedSize(iconSize, iconSize);
     label->setObjectName(QStringLiteral("activityLabel"));
     label->setMaximumWidth(widestLabel);
-    label->setTextFormat(Qt::PlainText);
     auto* const row = new QHBoxLayout(this);
     row->setContentsMargins(4, 0, 8, 0);
     row->setSpacing(5);
@@ -205,10 +206,7 @@ void ActivityIndicator::present(const char* iconName, const QString& words)
         return;
     }
     text = words;
-    label->setText(
-        label->fontMetrics().elidedText(text.simplified(), Qt::ElideMiddle, widestLabel));
-    label->setAccessibleName(text);
-    label->setToolTip(text.toHtmlEscaped());
+    label->setLine(text);
 }
 
 } // namespace Kestoboard

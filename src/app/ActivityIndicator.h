@@ -19,6 +19,8 @@ class KSBaseHandler;
 namespace Kestoboard
 {
 
+class ElidedLabel;
+
 /// Says what the board tool is at: nothing, a command and for how long, or how the last command
 /// ended, which stays until the next one.
 ///
@@ -65,7 +67,7 @@ private:
     qint64 lastEnd = 0;
     QTimer ticker;
     QLabel* icon;
-    QLabel* label;
+    ElidedLabel* label;
     QString text;
     /// What is shown while nothing runs.
     QString lastText;

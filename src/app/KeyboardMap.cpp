@@ -6,6 +6,9 @@
 #include <QAction>
 #include <QDialogButtonBox>
 #include <QHeaderView>
+#include <QMainWindow>
+#include <QMenu>
+#include <QMenuBar>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -23,9 +26,26 @@ QString getPlainText(const QAction& action)
     return text.remove(QChar(0x2026));
 }
 
+/// The actions of the menus as they stand there, then those of the parts of the window.
+QList<QAction*> getActions(const QMainWindow& window)
+{
+    QList<QAction*> actions;
+    for (const QAction* const title : window.menuBar()->actions()) {
+        if (title->menu() != nullptr) {
+            actions += title->menu()->actions();
+        }
+    }
+    for (QAction* const action : window.findChildren<QAction*>()) {
+        if (!actions.contains(action)) {
+            actions += action;
+        }
+    }
+    return actions;
+}
+
 } // namespace
 
-KeyboardMap::KeyboardMap(QWidget* window)
+KeyboardMap::KeyboardMap(QMainWindow* window)
     : QDialog(window)
     , list(new QTreeWidget(this))
 {
@@ -36,7 +56,7 @@ KeyboardMap::KeyboardMap(QWidget* window)
     list->setRootIsDecorated(false);
     list->setSelectionMode(QAbstractItemView::NoSelection);
     Orvex::theme->enrich(list);
-    addActions(window);
+    addActions(*window);
     addFixedKeys();
     list->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
 
@@ -48,9 +68,9 @@ KeyboardMap::KeyboardMap(QWidget* window)
     resize(520, 460);
 }
 
-void KeyboardMap::addActions(QWidget* window)
+void KeyboardMap::addActions(const QMainWindow& window)
 {
-    for (const QAction* const action : window->findChildren<QAction*>()) {
+    for (const QAction* const action : getActions(window)) {
         if (!action->shortcut().isEmpty() && !action->text().isEmpty()) {
             addRow(action->shortcut().toString(QKeySequence::NativeText), getPlainText(*action));
         }

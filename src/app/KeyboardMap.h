@@ -3,6 +3,7 @@
 
 #include <QDialog>
 
+class QMainWindow;
 class QTreeWidget;
 
 namespace Kestoboard
@@ -14,10 +15,10 @@ class KeyboardMap : public QDialog
     Q_OBJECT
 
 public:
-    explicit KeyboardMap(QWidget* window);
+    explicit KeyboardMap(QMainWindow* window);
 
 private:
-    void addActions(QWidget* window);
+    void addActions(const QMainWindow& window);
     void addFixedKeys();
     void addRow(const QString& keys, const QString& effect);
 

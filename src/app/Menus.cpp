@@ -35,7 +35,7 @@ QKeySequence getKeys(const QString& keys)
 
 /// Opens a dialog that goes when it is closed; one of a kind at a time.
 template <class Dialog>
-void openOnce(QWidget* parent)
+void openOnce(Board::MainWindow* parent)
 {
     auto* dialog = parent->findChild<Dialog*>(QString(), Qt::FindDirectChildrenOnly);
     if (dialog == nullptr) {

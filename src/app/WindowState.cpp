@@ -18,7 +18,7 @@ namespace
 const int currentVersion = 1;
 const QSize firstSize(1024, 768);
 /// The pages get this share of the height, in percent.
-const int pagesShare = 60;
+const int pagesShare = 65;
 
 QString getGroup()
 {
