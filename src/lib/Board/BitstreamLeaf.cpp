@@ -23,8 +23,8 @@ namespace Board
 namespace
 {
 
-const std::string sourceFile = "src/lib/Board/BitstreamLeaf";
-const std::string errorHandlerName = "Text";
+const char sourceFile[] = "src/lib/Board/BitstreamLeaf";
+const char errorHandlerName[] = "Text";
 
 // Runs `work` under a heading on the console. Its failures are reported there and end here, so that
 // the console comes back to its depth.
@@ -197,7 +197,7 @@ std::string BitstreamLeaf::getChosenPath() const
 // nothing is chosen. A file stays remembered also when its transfer fails.
 std::string BitstreamLeaf::takeChosenPath()
 {
-    const std::string path = getChosenPath();
+    std::string path = getChosenPath();
     if (path.empty()) {
         Orvex::console->warning("No bitstream file selected !", "");
         return path;

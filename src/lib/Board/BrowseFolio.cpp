@@ -29,7 +29,7 @@ namespace Board
 namespace
 {
 
-const std::string sourceFile = "src/lib/Board/BrowseFolio";
+const char sourceFile[] = "src/lib/Board/BrowseFolio";
 
 // The pattern does not depend on the debug mode, unlike what the browser offers.
 void echoBitstreamFile(const QString& text)

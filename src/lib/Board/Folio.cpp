@@ -29,10 +29,7 @@ namespace Board
 namespace
 {
 
-QString getNoCardText()
-{
-    return QStringLiteral("No card detected !");
-}
+const QLatin1String noCardText("No card detected !");
 
 } // namespace
 
@@ -189,12 +186,12 @@ void Folio::raiseLeaf(unsigned long index)
 void Folio::refreshCardComboBox()
 {
     const QPointer<Folio> self(this);
-    const bool hadNoCard = cardComboBox->currentText() == getNoCardText();
+    const bool hadNoCard = cardComboBox->currentText() == noCardText;
     cardComboBox->blockSignals(true);
     cardComboBox->clear();
     addCards();
     if (cardComboBox->count() == 0) {
-        cardComboBox->addItem(getNoCardText());
+        cardComboBox->addItem(noCardText);
     } else if (hadNoCard) {
         initialize();
     }

@@ -27,7 +27,7 @@ namespace Board
 namespace
 {
 
-const std::string sourceFile = "src/lib/Board/MonitoringLeaf";
+const char sourceFile[] = "src/lib/Board/MonitoringLeaf";
 
 struct Channel {
     std::string name;

@@ -11,16 +11,13 @@ namespace
 
 const int maximumRecentLoads = 10;
 
-QString getKey()
-{
-    return QStringLiteral("recentLoadList");
-}
+const QLatin1String key("recentLoadList");
 
 } // namespace
 
 QStringList getRecentLoadList()
 {
-    return QSettings().value(getKey(), QVariant()).toStringList();
+    return QSettings().value(key, QVariant()).toStringList();
 }
 
 void addRecentLoad(const QString& path)
@@ -32,7 +29,7 @@ void addRecentLoad(const QString& path)
         paths.removeLast();
     }
     QSettings settings;
-    settings.setValue(getKey(), paths);
+    settings.setValue(key, paths);
     settings.sync();
 }
 

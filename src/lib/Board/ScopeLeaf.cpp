@@ -26,37 +26,14 @@ namespace Board
 namespace
 {
 
-const std::string sourceFile = "src/lib/Board/ScopeLeaf";
+const char sourceFile[] = "src/lib/Board/ScopeLeaf";
 
-QString getGroup()
-{
-    return QStringLiteral("ScopeLeaf");
-}
-
-QString getImmediateKey()
-{
-    return QStringLiteral("immediate");
-}
-
-QString getFrequencyKey()
-{
-    return QStringLiteral("frequency");
-}
-
-QString getFrequencyUnitKey()
-{
-    return QStringLiteral("frequencyUnit");
-}
-
-QString getFilenameKey()
-{
-    return QStringLiteral("filename");
-}
-
-QString getMegahertz()
-{
-    return QStringLiteral("MHz");
-}
+const QLatin1String group("ScopeLeaf");
+const QLatin1String immediateKey("immediate");
+const QLatin1String frequencyKey("frequency");
+const QLatin1String frequencyUnitKey("frequencyUnit");
+const QLatin1String filenameKey("filename");
+const QLatin1String megahertz("MHz");
 
 void printLines(const std::string& reply)
 {
@@ -84,7 +61,7 @@ ScopeLeaf::ScopeLeaf(QWidget* parent)
     layout->setColumnStretch(2, 1);
 
     QSettings settings;
-    settings.beginGroup(getGroup());
+    settings.beginGroup(group);
     buildImmediateRow(layout, settings);
     buildFrequencyRow(layout, settings);
     buildFilenameRow(layout, settings);
@@ -107,7 +84,7 @@ void ScopeLeaf::buildImmediateRow(QGridLayout* layout, const QSettings& settings
 {
     immediateCheckBox = new QCheckBox(this);
     immediateCheckBox->setObjectName(QStringLiteral("immediateCheckBox"));
-    if (settings.value(getImmediateKey()).toBool()) {
+    if (settings.value(immediateKey).toBool()) {
         immediateCheckBox->setCheckState(Qt::Checked);
     }
     layout->addWidget(createFormLabel(QStringLiteral("Immediate"), immediateCheckBox), 0, 0);
@@ -120,14 +97,13 @@ void ScopeLeaf::buildFrequencyRow(QGridLayout* layout, const QSettings& settings
     frequencySpinBox->setObjectName(QStringLiteral("frequencySpinBox"));
     // The range comes first, so that it pulls a stored value in.
     frequencySpinBox->setRange(1, 999);
-    frequencySpinBox->setValue(settings.value(getFrequencyKey()).toInt());
+    frequencySpinBox->setValue(settings.value(frequencyKey).toInt());
 
     frequencyUnitComboBox = new QComboBox(this);
     frequencyUnitComboBox->setObjectName(QStringLiteral("frequencyUnitComboBox"));
     frequencyUnitComboBox->setAccessibleName(QStringLiteral("Frequency unit"));
-    frequencyUnitComboBox->addItem(getMegahertz());
-    const int unit =
-        frequencyUnitComboBox->findText(settings.value(getFrequencyUnitKey()).toString());
+    frequencyUnitComboBox->addItem(megahertz);
+    const int unit = frequencyUnitComboBox->findText(settings.value(frequencyUnitKey).toString());
     if (unit >= 0) {
         frequencyUnitComboBox->setCurrentIndex(unit);
     }
@@ -141,7 +117,7 @@ void ScopeLeaf::buildFilenameRow(QGridLayout* layout, const QSettings& settings)
 {
     filenameLineEdit = new QLineEdit(this);
     filenameLineEdit->setObjectName(QStringLiteral("filenameLineEdit"));
-    filenameLineEdit->setText(settings.value(getFilenameKey()).toString());
+    filenameLineEdit->setText(settings.value(filenameKey).toString());
     layout->addWidget(createFormLabel(QStringLiteral("File name"), filenameLineEdit), 2, 0);
     layout->addWidget(filenameLineEdit, 2, 1);
 }
@@ -165,11 +141,11 @@ void ScopeLeaf::initialize()
 void ScopeLeaf::saveSettings()
 {
     QSettings settings;
-    settings.beginGroup(getGroup());
-    settings.setValue(getImmediateKey(), immediateCheckBox->checkState() == Qt::Checked);
-    settings.setValue(getFrequencyKey(), frequencySpinBox->value());
-    settings.setValue(getFrequencyUnitKey(), frequencyUnitComboBox->currentText());
-    settings.setValue(getFilenameKey(), filenameLineEdit->text());
+    settings.beginGroup(group);
+    settings.setValue(immediateKey, immediateCheckBox->checkState() == Qt::Checked);
+    settings.setValue(frequencyKey, frequencySpinBox->value());
+    settings.setValue(frequencyUnitKey, frequencyUnitComboBox->currentText());
+    settings.setValue(filenameKey, filenameLineEdit->text());
     settings.endGroup();
     settings.sync();
 }
@@ -177,7 +153,7 @@ void ScopeLeaf::saveSettings()
 // The frequency as the tool reads it: the number as it was entered, and the exponent of its unit.
 std::string ScopeLeaf::getFrequency() const
 {
-    if (frequencyUnitComboBox->currentText() != getMegahertz()) {
+    if (frequencyUnitComboBox->currentText() != megahertz) {
         Orvex::raise(Orvex::Fatal("Should not be here"), "onCapture", sourceFile, __LINE__);
     }
     return Orvex::getLabel(frequencySpinBox->value()) + "E6";
