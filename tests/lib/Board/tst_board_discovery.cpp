@@ -73,6 +73,7 @@ private slots:
     void attachReplacesAndDetachForgets();
     void aLineWithoutANameStopsAllLaterPasses();
     void garbageListsNothing();
+    void manyLinesListTheirBoards();
     void oddNamesAreKept_data();
     void oddNamesAreKept();
     void aSelectionDuringThePassDoesNotDangle();
@@ -512,6 +513,20 @@ void TestBoardDiscovery::garbageListsNothing()
         refresh();
         QCOMPARE(getNames(), QStringList());
     }
+}
+
+void TestBoardDiscovery::manyLinesListTheirBoards()
+{
+    bench->setTool("#!/bin/sh\nwhile read -r line; do\n"
+                   "[ \"$line\" = 'board list' ] && cat listing >&2\n"
+                   "echo 'Forcebit is set, OK, COMMAND SUCCEEDED' >&2; done\n");
+    bench->writeFile("listing", QByteArray("- 0x534B1 a\nno board\n* 0x534B2 b\n").repeated(3334));
+    panel = std::make_unique<Test::Panel>();
+    QCOMPARE(getNames(), QStringList({"a", "b"}));
+    Test::ConsoleRecorder recorder;
+    refresh();
+    QCOMPARE(getSelected(), QString("b"));
+    QCOMPARE(recorder.getLines(), QStringList());
 }
 
 void TestBoardDiscovery::oddNamesAreKept_data()

@@ -6,6 +6,7 @@
 
 #include <Board/CommandLineEdit.h>
 #include <Board/KSBaseHandler.h>
+#include <foundation/Exception.h>
 
 #include <QPushButton>
 
@@ -36,6 +37,7 @@ private slots:
     void outsideDebugModeTheSlotsDoNothing();
     void theHelpIsTheToolsReply();
     void theHelpLeavesTheFieldAlone();
+    void aFailureOfTheHelpIsReportedAndTheDepthRestored();
     void aSecondPressOfHelpIsQueued();
 
 private:
@@ -181,6 +183,8 @@ void TestCommandEntry::aFailureIsReportedAndTheDepthRestored_data()
 {
     QTest::addColumn<QString>("kind");
     QTest::addColumn<QString>("report");
+    QTest::newRow("its own") << "own"
+                             << "out of order";
     QTest::newRow("standard") << "standard"
                               << "Processing aborted [out of order]";
     QTest::newRow("other") << "other"
@@ -193,6 +197,9 @@ void TestCommandEntry::aFailureIsReportedAndTheDepthRestored()
     QFETCH(QString, report);
     // What announces the command throws: the failure comes out of the sending itself.
     connect(panel->getEngine(), &Board::KSBaseHandler::commandAdded, this, [kind] {
+        if (kind == "own") {
+            throw Orvex::Exception("out of order");
+        }
         if (kind == "standard") {
             throw std::runtime_error("out of order");
         }
@@ -203,8 +210,9 @@ void TestCommandEntry::aFailureIsReportedAndTheDepthRestored()
     const QStringList lines = recorder->getLines();
     QCOMPARE(lines.size(), 2);
     QVERIFY2(lines.at(1).startsWith("  E: " + report), qPrintable(lines.at(1)));
-    QVERIFY(lines.at(1).contains("onSendCommand"));
-    QVERIFY(lines.at(1).contains("src/lib/Board/MainWindow"));
+    // A failure of the panel's own passes as it was thrown.
+    QCOMPARE(lines.at(1).contains("onSendCommand"), kind != "own");
+    QCOMPARE(lines.at(1).contains("src/lib/Board/MainWindow"), kind != "own");
     QCOMPARE(Orvex::console->getDepth(), 0);
     QVERIFY(panel->getEngine()->getCommandHandlers().isEmpty());
     QTest::keyClick(field, Qt::Key_Up);
@@ -243,6 +251,22 @@ void TestCommandEntry::theHelpLeavesTheFieldAlone()
     QTest::keyClick(field, Qt::Key_Up);
     QTest::keyClick(field, Qt::Key_Up);
     QCOMPARE(field->text(), QString("half a command"));
+}
+
+void TestCommandEntry::aFailureOfTheHelpIsReportedAndTheDepthRestored()
+{
+    connect(panel->getEngine(), &Board::KSBaseHandler::commandAdded, this,
+            [] { throw std::runtime_error("out of order"); });
+    panel->findByText<QPushButton>("Help")->click();
+    disconnect(panel->getEngine(), &Board::KSBaseHandler::commandAdded, this, nullptr);
+    const QStringList lines = recorder->getLines();
+    QCOMPARE(lines.size(), 2);
+    QCOMPARE(lines.first(), QString("help"));
+    QVERIFY2(lines.at(1).startsWith("  E: Processing aborted [out of order]"),
+             qPrintable(lines.at(1)));
+    QVERIFY(lines.at(1).contains("onHelp"));
+    QVERIFY(lines.at(1).contains("src/lib/Board/MainWindow"));
+    QCOMPARE(Orvex::console->getDepth(), 0);
 }
 
 void TestCommandEntry::aSecondPressOfHelpIsQueued()
