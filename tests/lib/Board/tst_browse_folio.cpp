@@ -6,10 +6,12 @@
 #include <Board/BrowseFolio.h>
 #include <application/FileSystemBrowser.h>
 #include <foundation/Fatal.h>
+#include <foundation/Theme.h>
 
 #include <QButtonGroup>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QHoverEvent>
 #include <QSettings>
 #include <QStackedWidget>
 #include <QStandardItemModel>
@@ -104,6 +106,7 @@ private slots:
     void theSelectedRowIsItsPath();
     void twoSelectedRowsAreFatal();
     void movingTheMouseDoesNotDragTheSelection();
+    void theFillOfACardFollowsThePointerAndTheSelection();
 
     void aClickOnARowEchoesItsName();
     void theNameDecidesWhatIsEchoed_data();
@@ -432,6 +435,42 @@ void TestBrowseFolio::movingTheMouseDoesNotDragTheSelection()
     QVERIFY(list->item(0)->isSelected());
     QVERIFY(!list->item(1)->isSelected());
     QTest::mouseRelease(list->viewport(), Qt::LeftButton, Qt::NoModifier, getCenter(*list, 0));
+}
+
+void TestBrowseFolio::theFillOfACardFollowsThePointerAndTheSelection()
+{
+    const Bench bench;
+    QSettings().setValue(key,
+                         QStringList({bench.writeFile("a.ksb", ""), bench.writeFile("b.ksb", "")}));
+    BrowseFolio folio(nullptr);
+    folio.resize(800, 400);
+    folio.show();
+    QListWidget* list = getRecent(folio);
+    list->setCurrentRow(0);
+    const QColor plain = Orvex::theme->getColor("background");
+    const QColor marked = Orvex::theme->getColor("button_checked");
+    const auto getFill = [list](int row) {
+        const QPoint corner = list->visualItemRect(list->item(row)).topLeft() + QPoint(3, 3);
+        return list->viewport()->grab().toImage().pixelColor(corner);
+    };
+    const auto hover = [list](QEvent::Type type, const QPoint& from, const QPoint& to) {
+        QHoverEvent event(type, to, from);
+        QApplication::sendEvent(list->viewport(), &event);
+    };
+    const QPoint outside(-1, -1);
+    QCOMPARE(getFill(0), marked);
+    QCOMPARE(getFill(1), plain);
+
+    hover(QEvent::HoverEnter, outside, getCenter(*list, 1));
+    QCOMPARE(getFill(0), marked);
+    QCOMPARE(getFill(1), marked);
+    hover(QEvent::HoverMove, getCenter(*list, 1), getCenter(*list, 0));
+    QCOMPARE(getFill(1), plain);
+    hover(QEvent::HoverLeave, getCenter(*list, 0), outside);
+    QCOMPARE(getFill(0), marked);
+    QCOMPARE(getFill(1), plain);
+    // The view asks for the hover events by itself.
+    QVERIFY(list->viewport()->testAttribute(Qt::WA_Hover));
 }
 
 void TestBrowseFolio::aClickOnARowEchoesItsName()

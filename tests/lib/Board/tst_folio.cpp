@@ -12,6 +12,8 @@
 #include <application/Application.h>
 #include <foundation/Fatal.h>
 
+#include <QAbstractSpinBox>
+#include <QAccessible>
 #include <QButtonGroup>
 #include <QComboBox>
 #include <QGridLayout>
@@ -110,6 +112,7 @@ private slots:
     void theWindowMayBeDeletedInTheWaitOfASelection();
     void theWindowMayBeDeletedInTheWaitOfAPage();
     void manyBoardsFillTheSelector();
+    void everyControlHasANameForAssistiveTools();
 };
 
 void TestFolio::thePagesStandInTheirOrder_data()
@@ -582,6 +585,28 @@ void TestFolio::manyBoardsFillTheSelector()
     bench.setScenario(boards);
     Panel panel;
     QCOMPARE(getItems(*getCards(*panel.getFolio())), names);
+}
+
+void TestFolio::everyControlHasANameForAssistiveTools()
+{
+    Bench bench;
+    Panel panel;
+    int controls = 0;
+    for (QWidget* widget : panel.getFolio()->findChildren<QWidget*>()) {
+        // The parts of a control have none of their own.
+        const bool isPart = qobject_cast<QAbstractSpinBox*>(widget->parentWidget()) != nullptr;
+        const bool isControl = widget->inherits("QAbstractButton") ||
+                               widget->inherits("QLineEdit") || widget->inherits("QComboBox") ||
+                               widget->inherits("QAbstractSpinBox") ||
+                               widget->inherits("QListWidget");
+        if (!isControl || isPart) {
+            continue;
+        }
+        ++controls;
+        QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(widget);
+        QVERIFY2(!interface->text(QAccessible::Name).isEmpty(), qPrintable(widget->objectName()));
+    }
+    QVERIFY(controls >= 23);
 }
 
 KESTOBOARD_TEST_MAIN(TestFolio)

@@ -25,7 +25,6 @@ using Test::doOnceReceived;
 using Test::FragilePanel;
 using Test::getNamed;
 using Test::Panel;
-using Test::setScenario;
 using Test::takeCommands;
 
 namespace
