@@ -59,7 +59,7 @@ void TestCommandLine::init()
     QDir().mkdir(QStringLiteral("lab"));
     for (const char* const name : {"design.ksb", "bench.toml", "line\nbreak.ksb"}) {
         QFile file(QString::fromLatin1(name));
-        QVERIFY(file.open(QIODevice::WriteOnly));
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write("bits") == 4);
     }
 }
 

@@ -1,0 +1,460 @@
+// What the application adds to the window.
+
+#include "app/WindowFurniture.h"
+
+#include "app/AboutDialog.h"
+#include "app/ChosenBitstream.h"
+#include "app/DropTarget.h"
+#include "app/KeyboardMap.h"
+#include "app/Shutdown.h"
+#include "support/Bench.h"
+#include "support/ConsoleRecorder.h"
+#include "support/Panel.h"
+#include "support/TestMain.h"
+
+#include <Board/Folio.h>
+#include <Board/KSBaseHandler.h>
+#include <application/ConsoleWidget.h>
+
+#include <QAccessible>
+#include <QClipboard>
+#include <QDropEvent>
+#include <QFileDialog>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QScreen>
+#include <QSettings>
+#include <QSplitter>
+#include <QTreeWidget>
+
+using Kestoboard::SchemeChoice;
+using Kestoboard::WindowFurniture;
+using Test::Bench;
+using Test::ConsoleRecorder;
+using Test::Panel;
+
+namespace
+{
+
+/// The text of an action as it reads.
+QString getPlainText(const QAction& action)
+{
+    return QString(action.text()).remove('&');
+}
+
+} // namespace
+
+class TestWindowFurniture : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void theTitleNamesTheDirectoryAndTheProgram();
+    void everyMenuActionSaysWhatItDoes();
+    void noShortcutIsTakenTwice();
+    void aPageIsRaisedByItsKeys_data();
+    void aPageIsRaisedByItsKeys();
+    void theBoardsAreRefreshedByF5();
+    void anOpenedBitstreamIsChosenAndNotLoaded();
+    void aDroppedFileIsChosenAndNotLoaded();
+    void whatCannotBeChosenIsRefusedWithASentence_data();
+    void whatCannotBeChosenIsRefusedWithASentence();
+    void aDropWithoutFilesIsLeftToOthers();
+    void theLayoutComesBack();
+    void nonsenseInTheSettingsGivesTheFirstLayout_data();
+    void nonsenseInTheSettingsGivesTheFirstLayout();
+    void aWindowOffEveryScreenComesBackToOne();
+    void theLayoutCanBeReset();
+    void theConsolesOptionsComeBack();
+    void theSchemeIsStoredAndShown_data();
+    void theSchemeIsStoredAndShown();
+    void aSchemeThatDoesNotExistIsTheDesktops();
+    void theKeyboardMapListsEveryShortcut();
+    void theReportCanBeCopied();
+    void everyControlHasAName();
+
+private:
+    void makeWindow();
+    QAction* findAction(const QString& text) const;
+    /// Sends a drop as the desktop does; returns whether the window takes it.
+    bool drop(const QList<QUrl>& urls);
+
+    QScopedPointer<Bench> bench;
+    QScopedPointer<Panel> panel;
+    QScopedPointer<SchemeChoice> schemes;
+    QScopedPointer<Kestoboard::Shutdown> shutdown;
+    QScopedPointer<WindowFurniture> furniture;
+};
+
+void TestWindowFurniture::init()
+{
+    QSettings().clear();
+    bench.reset(new Bench);
+    bench->setScenario(Bench::board("KS-Dev A", "selected = true"));
+    schemes.reset(new SchemeChoice);
+    shutdown.reset(new Kestoboard::Shutdown);
+    makeWindow();
+}
+
+void TestWindowFurniture::makeWindow()
+{
+    furniture.reset();
+    panel.reset();
+    panel.reset(new Panel);
+    furniture.reset(new WindowFurniture(panel->getWindow(), schemes.data(), shutdown.data()));
+    panel->getWindow()->show();
+    QApplication::setActiveWindow(panel->getWindow());
+    QVERIFY(QTest::qWaitForWindowActive(panel->getWindow()));
+}
+
+void TestWindowFurniture::cleanup()
+{
+    furniture.reset();
+    panel.reset();
+    shutdown.reset();
+    schemes.reset();
+    bench.reset();
+}
+
+QAction* TestWindowFurniture::findAction(const QString& text) const
+{
+    for (QAction* const action : panel->getWindow()->menuBar()->findChildren<QAction*>()) {
+        if (getPlainText(*action).startsWith(text)) {
+            return action;
+        }
+    }
+    return nullptr;
+}
+
+bool TestWindowFurniture::drop(const QList<QUrl>& urls)
+{
+    QMimeData data;
+    if (!urls.isEmpty()) {
+        data.setUrls(urls);
+    } else {
+        data.setText("words");
+    }
+    // A drop goes to who has taken the drag that entered.
+    QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton,
+                          Qt::NoModifier);
+    enter.ignore();
+    QApplication::sendEvent(panel->getWindow(), &enter);
+    if (!enter.isAccepted()) {
+        return false;
+    }
+    QDropEvent event(QPointF(10, 10), Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton,
+                     Qt::NoModifier);
+    event.ignore();
+    QApplication::sendEvent(panel->getWindow(), &event);
+    return event.isAccepted() && event.dropAction() == Qt::CopyAction;
+}
+
+void TestWindowFurniture::theTitleNamesTheDirectoryAndTheProgram()
+{
+    // The bench puts the simulated tool first on the search path.
+    QCOMPARE(panel->getWindow()->windowTitle(), QString("work – Kestoboard on simulated boards"));
+}
+
+void TestWindowFurniture::everyMenuActionSaysWhatItDoes()
+{
+    const QList<QAction*> titles = panel->getWindow()->menuBar()->actions();
+    QCOMPARE(titles.size(), 5);
+    for (const QAction* const title : titles) {
+        QVERIFY(title->menu() != nullptr);
+        QVERIFY(!title->menu()->actions().isEmpty());
+        for (const QAction* const action : title->menu()->actions()) {
+            QVERIFY(action->isSeparator() || !action->text().isEmpty());
+        }
+    }
+}
+
+void TestWindowFurniture::noShortcutIsTakenTwice()
+{
+    QStringList keys;
+    for (const QAction* const action : panel->getWindow()->findChildren<QAction*>()) {
+        if (!action->shortcut().isEmpty()) {
+            keys += action->shortcut().toString();
+        }
+    }
+    QVERIFY(keys.contains("Ctrl+O"));
+    QVERIFY(keys.contains("Ctrl+Q"));
+    QVERIFY(keys.contains("Ctrl+S"));
+    QVERIFY2(keys.removeDuplicates() == 0, qPrintable(keys.join(' ')));
+}
+
+void TestWindowFurniture::aPageIsRaisedByItsKeys_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<long>("index");
+    QTest::newRow("basic") << int(Qt::Key_1) << 0L;
+    QTest::newRow("monitoring") << int(Qt::Key_2) << 1L;
+    QTest::newRow("bitstream") << int(Qt::Key_3) << 2L;
+    QTest::newRow("scope") << int(Qt::Key_4) << 3L;
+}
+
+void TestWindowFurniture::aPageIsRaisedByItsKeys()
+{
+    QFETCH(int, key);
+    QFETCH(long, index);
+    panel->getFolio()->raiseLeaf(index == 0 ? 1 : 0);
+    QTest::keyClick(panel->getWindow(), static_cast<Qt::Key>(key), Qt::ControlModifier);
+    QTRY_COMPARE(panel->getFolio()->getCurrentIndex(), index);
+}
+
+void TestWindowFurniture::theBoardsAreRefreshedByF5()
+{
+    const int before = bench->count("board list");
+    QTest::keyClick(panel->getWindow(), Qt::Key_F5);
+    QTRY_COMPARE(bench->count("board list"), before + 1);
+}
+
+void TestWindowFurniture::anOpenedBitstreamIsChosenAndNotLoaded()
+{
+    const QString path = bench->writeFile("design.ksb", "bits");
+    findAction("Open bitstream")->trigger();
+    auto* const dialog = panel->getWindow()->findChild<QFileDialog*>();
+    QVERIFY(dialog != nullptr);
+    emit dialog->fileSelected(path);
+    QTRY_COMPARE(Kestoboard::getChosenBitstream(*panel->getWindow()), path);
+    QCOMPARE(panel->getFolio()->getCurrentIndex(), panel->getFolio()->getBitstreamIndex());
+    QVERIFY(bench->getJournal().filter("chip bitstream").isEmpty());
+    dialog->close();
+}
+
+void TestWindowFurniture::aDroppedFileIsChosenAndNotLoaded()
+{
+    const QString path = bench->writeFile("déjà vu.ksb", "bits");
+    panel->getFolio()->raiseLeaf(0);
+    QVERIFY(drop({QUrl::fromLocalFile(path)}));
+    QTRY_COMPARE(Kestoboard::getChosenBitstream(*panel->getWindow()), path);
+    QCOMPARE(panel->getFolio()->getCurrentIndex(), panel->getFolio()->getBitstreamIndex());
+    QVERIFY(bench->getJournal().filter("chip bitstream").isEmpty());
+}
+
+void TestWindowFurniture::whatCannotBeChosenIsRefusedWithASentence_data()
+{
+    QTest::addColumn<QStringList>("names");
+    QTest::addColumn<QString>("sentence");
+    QTest::newRow("a folder") << QStringList("folder") << "is a directory";
+    QTest::newRow("an empty file") << QStringList("empty.ksb") << "is empty";
+    QTest::newRow("a missing file") << QStringList("gone.ksb") << "There is no file";
+    QTest::newRow("a line break") << QStringList("line\nbreak.ksb") << "holds a line break";
+    QTest::newRow("a web address")
+        << QStringList("https://example.org/design.ksb") << "is not a file on this computer";
+    QTest::newRow("two files") << QStringList{"one.ksb", "two.ksb"} << "2 things were dropped";
+}
+
+void TestWindowFurniture::whatCannotBeChosenIsRefusedWithASentence()
+{
+    QFETCH(QStringList, names);
+    QFETCH(QString, sentence);
+    QDir().mkdir("folder");
+    bench->writeFile("empty.ksb", "");
+    bench->writeFile("line\nbreak.ksb", "bits");
+    QList<QUrl> urls;
+    for (const QString& name : names) {
+        urls += name.startsWith("http") ? QUrl(name) : QUrl::fromLocalFile(bench->getPath(name));
+    }
+    ConsoleRecorder recorder;
+    QVERIFY(drop(urls));
+    const QStringList lines = recorder.getLines();
+    QCOMPARE(lines.size(), 1);
+    QVERIFY2(lines.first().startsWith("W: ") && lines.first().contains(sentence),
+             qPrintable(lines.first()));
+    QCOMPARE(Kestoboard::getChosenBitstream(*panel->getWindow()), QString());
+}
+
+void TestWindowFurniture::aDropWithoutFilesIsLeftToOthers()
+{
+    ConsoleRecorder recorder;
+    QVERIFY(!drop({}));
+    QVERIFY(recorder.getLines().isEmpty());
+}
+
+void TestWindowFurniture::theLayoutComesBack()
+{
+    auto* const splitter = panel->find<QSplitter>();
+    panel->getWindow()->resize(900, 700);
+    panel->getWindow()->move(20, 30);
+    splitter->setSizes({420, 180});
+    const QList<int> sizes = splitter->sizes();
+    furniture->getState().save();
+    makeWindow();
+    QCOMPARE(panel->getWindow()->size(), QSize(900, 700));
+    QCOMPARE(panel->getWindow()->pos(), QPoint(20, 30));
+    QTRY_COMPARE(panel->find<QSplitter>()->sizes(), sizes);
+}
+
+void TestWindowFurniture::nonsenseInTheSettingsGivesTheFirstLayout_data()
+{
+    QTest::addColumn<QVariant>("version");
+    QTest::addColumn<QVariant>("value");
+    QTest::newRow("numbers") << QVariant(1) << QVariant(17);
+    QTest::newRow("words") << QVariant(1) << QVariant("nonsense");
+    QTest::newRow("bytes") << QVariant(1) << QVariant(QByteArray(300, '\xff'));
+    QTest::newRow("another version") << QVariant(4711) << QVariant("of later");
+    QTest::newRow("no version") << QVariant("first") << QVariant("of before");
+}
+
+void TestWindowFurniture::nonsenseInTheSettingsGivesTheFirstLayout()
+{
+    QFETCH(QVariant, version);
+    QFETCH(QVariant, value);
+    const QSize size = panel->getWindow()->size();
+    const QList<int> sizes = panel->find<QSplitter>()->sizes();
+    QSettings().setValue("Window/version", version);
+    for (const char* const key : {"geometry", "splitter", "consoleFontSize", "consoleTimes",
+                                  "consoleTimesCopied", "consoleWrap", "consoleLimit"}) {
+        QSettings().setValue(QString("Window/") + key, value);
+    }
+    makeWindow();
+    QCOMPARE(panel->getWindow()->size(), size);
+    QTRY_COMPARE(panel->find<QSplitter>()->sizes(), sizes);
+    QCOMPARE(panel->find<QSplitter>()->orientation(), Qt::Vertical);
+}
+
+void TestWindowFurniture::aWindowOffEveryScreenComesBackToOne()
+{
+    panel->getWindow()->move(50'000, 40'000);
+    furniture->getState().save();
+    makeWindow();
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    QVERIFY(screen.intersects(panel->getWindow()->frameGeometry()));
+    QVERIFY(screen.contains(panel->getWindow()->pos()));
+}
+
+void TestWindowFurniture::theLayoutCanBeReset()
+{
+    const QSize size = panel->getWindow()->size();
+    const QPoint place = panel->getWindow()->pos();
+    panel->getWindow()->resize(800, 640);
+    panel->getWindow()->move(70, 80);
+    panel->find<QSplitter>()->setSizes({500, 0});
+    findAction("Reset layout")->trigger();
+    QCOMPARE(panel->getWindow()->size(), size);
+    QCOMPARE(panel->getWindow()->pos(), place);
+    QTRY_VERIFY(panel->find<QSplitter>()->sizes().last() > 0);
+}
+
+void TestWindowFurniture::theConsolesOptionsComeBack()
+{
+    auto* const console = panel->find<Zandu::ConsoleWidget>();
+    const bool isWrapped = console->areLinesWrapped();
+    console->setFontSize(14);
+    console->setLineLimit(5000);
+    console->setTimesShown(true);
+    console->setTimesCopied(true);
+    console->setLinesWrapped(!isWrapped);
+    furniture->getState().save();
+    makeWindow();
+    const auto* const next = panel->find<Zandu::ConsoleWidget>();
+    QCOMPARE(next->getFontSize(), 14.0);
+    QCOMPARE(next->getLineLimit(), 5000);
+    QVERIFY(next->areTimesShown());
+    QVERIFY(next->areTimesCopied());
+    QCOMPARE(next->areLinesWrapped(), !isWrapped);
+}
+
+void TestWindowFurniture::theSchemeIsStoredAndShown_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("stored");
+    QTest::addColumn<Orvex::Theme::Scheme>("scheme");
+    QTest::newRow("dark") << "Dark"
+                          << "Dark" << Orvex::Theme::Scheme::Dark;
+    QTest::newRow("light") << "Light"
+                           << "Light" << Orvex::Theme::Scheme::Light;
+    QTest::newRow("system") << "As the desktop"
+                            << "System" << Orvex::Theme::getSystemScheme();
+}
+
+void TestWindowFurniture::theSchemeIsStoredAndShown()
+{
+    QFETCH(QString, text);
+    QFETCH(QString, stored);
+    QFETCH(Orvex::Theme::Scheme, scheme);
+    findAction(text)->trigger();
+    QCOMPARE(QSettings().value("Window/scheme").toString(), stored);
+    QCOMPARE(Orvex::theme->getScheme(), scheme);
+    QCOMPARE(QApplication::palette().color(QPalette::Window), Orvex::theme->getColor("window"));
+    makeWindow();
+    QVERIFY(findAction(text)->isChecked());
+}
+
+void TestWindowFurniture::aSchemeThatDoesNotExistIsTheDesktops()
+{
+    QSettings().setValue("Window/scheme", "Purple");
+    QCOMPARE(schemes->getChoice(), SchemeChoice::Choice::System);
+}
+
+void TestWindowFurniture::theKeyboardMapListsEveryShortcut()
+{
+    const Kestoboard::KeyboardMap map(panel->getWindow());
+    const auto* const list = map.findChild<QTreeWidget*>();
+    QStringList keys;
+    for (int row = 0; row < list->topLevelItemCount(); ++row) {
+        keys += list->topLevelItem(row)->text(0);
+        QVERIFY(!list->topLevelItem(row)->text(1).isEmpty());
+    }
+    for (const QAction* const action : panel->getWindow()->findChildren<QAction*>()) {
+        if (!action->shortcut().isEmpty()) {
+            QVERIFY(keys.contains(action->shortcut().toString(QKeySequence::NativeText)));
+        }
+    }
+    QCOMPARE(keys.first(), QKeySequence("Ctrl+O").toString(QKeySequence::NativeText));
+}
+
+void TestWindowFurniture::theReportCanBeCopied()
+{
+    findAction("About")->trigger();
+    auto* const about = panel->getWindow()->findChild<Kestoboard::AboutDialog*>();
+    QVERIFY(about != nullptr);
+    about->findChild<QPushButton*>("copyButton")->click();
+    const QString report = QApplication::clipboard()->text();
+    QVERIFY(report.contains("Qt: 5.15"));
+    QVERIFY(report.contains(Bench::getToolDirectory() + "/ksbase2_cli (simulated boards)"));
+    QVERIFY(report.contains(bench->getPath("ksbase.log")));
+    QVERIFY(report.contains("Connected KS-Dev A"));
+    about->close();
+}
+
+void TestWindowFurniture::everyControlHasAName()
+{
+    QStringList nameless;
+    const auto examine = [&nameless](const QWidget* root) {
+        for (QWidget* const widget : root->findChildren<QWidget*>()) {
+            if (widget->focusPolicy() == Qt::NoFocus || widget->isWindow() ||
+                !widget->isVisible()) {
+                continue;
+            }
+            QAccessibleInterface* const face = QAccessible::queryAccessibleInterface(widget);
+            const bool isPart =
+                widget->focusProxy() != nullptr || (widget->parentWidget() != nullptr &&
+                                                    widget->parentWidget()->focusProxy() == widget);
+            if (face != nullptr && !isPart && face->text(QAccessible::Name).isEmpty()) {
+                nameless += QString("%1 \"%2\" in %3")
+                                .arg(widget->metaObject()->className(), widget->objectName(),
+                                     widget->parentWidget()->metaObject()->className());
+            }
+        }
+    };
+    for (unsigned long page = 0; page < 4; ++page) {
+        panel->getFolio()->raiseLeaf(page);
+        QTRY_VERIFY(panel->getEngine()->getCommandHandlers().isEmpty());
+        examine(panel->getWindow());
+    }
+    findAction("About")->trigger();
+    findAction("Keyboard map")->trigger();
+    examine(panel->getWindow()->findChild<Kestoboard::AboutDialog*>());
+    examine(panel->getWindow()->findChild<Kestoboard::KeyboardMap*>());
+    nameless.removeDuplicates();
+    QVERIFY2(nameless.isEmpty(), qPrintable(nameless.join('\n')));
+}
+
+KESTOBOARD_TEST_MAIN(TestWindowFurniture)
+#include "tst_window_furniture.moc"
