@@ -136,8 +136,9 @@ void KSBaseHandler::preCreate(const MainWindow* window)
         Orvex::raise(Orvex::Critical("Cannot found ksbase2_cli in $PATH"), "preCreate", sourceFile,
                      __LINE__);
     }
-    const QString place = QFile::decodeName(probe.readAllStandardOutput()).simplified();
-    Orvex::console->print("Using ksbase2 found in: " + Orvex::getLabel(place), "");
+    // As the bytes of the path: they need not be text in anybody's encoding.
+    const std::string place = getSimplified(probe.readAllStandardOutput().toStdString());
+    Orvex::console->print("Using ksbase2 found in: " + place, "");
 }
 
 KSBaseHandler::KSBaseHandler(MainWindow* window)
@@ -323,9 +324,10 @@ void KSBaseHandler::executeCommand(CommandHandler* handler)
     bool hasBegun = false;
     callOnEngineThread([&] {
         // The handler may have left the queue since it was chosen.
-        if (handler == executing) {
+        hasBegun = handler == executing;
+        if (hasBegun) {
             command = handler->getCommand();
-            hasBegun = beginCommand(&loop);
+            beginCommand(&loop);
         }
     });
     if (!hasBegun) {
@@ -348,7 +350,7 @@ void KSBaseHandler::executeCommand(CommandHandler* handler)
 }
 
 /// Writes the command in flight to the tool, with the loop connected to the end of its reply.
-bool KSBaseHandler::beginCommand(QEventLoop* loop)
+void KSBaseHandler::beginCommand(QEventLoop* loop)
 {
     running = true;
     clearReply();
@@ -360,7 +362,6 @@ bool KSBaseHandler::beginCommand(QEventLoop* loop)
     commandSeconds = 0;
     commandTimer->start();
     executing->setRunning(true);
-    return true;
 }
 
 /// Takes the reply of the command in flight. Returns who gets it, null when the handler has left.

@@ -55,8 +55,9 @@ public:
     static KSBaseHandler* create(MainWindow* window);
     static void preCreate(const MainWindow* window);
     void postCreate(MainWindow* window);
-    /// Ends the tool and deletes the engine; waits that are under way never end. Nothing in the
-    /// library calls it.
+    /// Ends the tool and deletes the engine; waits for a command that are under way never end.
+    /// Nothing in the library calls it. Not to be called out of an operation of the engine, whose
+    /// wait would go on without its engine once the application leaves its event loops.
     void destroy();
 
     /// The text that the tool has written for the command in flight, one character a byte.
@@ -176,7 +177,7 @@ private:
     /// Has the GUI thread do the work while the worker waits; its exception is rethrown here.
     template <class Work>
     void callOnEngineThread(Work work);
-    bool beginCommand(QEventLoop* loop);
+    void beginCommand(QEventLoop* loop);
     CommandHandler* endCommand(QString* reply);
     void clearReply();
     void log(const QByteArray& bytes);

@@ -13,6 +13,7 @@
 #include <QProcess>
 #include <QTimer>
 
+#include <filesystem>
 #include <memory>
 
 using Board::KSBaseHandler;
@@ -41,6 +42,7 @@ private slots:
     void aNullWindowIsRefused();
     void withoutTheToolNothingIsMade();
     void thePlaceOfTheToolIsPrinted();
+    void thePlaceOfTheToolIsPrintedByteByByte();
     void anUnwritableTranscriptIsReportedAfterTheProbe();
     void aProbeThatCannotStartPasses();
     void theTranscriptStartsAnewWithItsFirstLine();
@@ -128,6 +130,20 @@ void TestChildProcess::thePlaceOfTheToolIsPrinted()
     const Test::Panel panel;
     QCOMPARE(recorder.getLines().first(),
              "Using ksbase2 found in: " + Test::Bench::getToolDirectory() + "/ksbase2_cli");
+}
+
+void TestChildProcess::thePlaceOfTheToolIsPrintedByteByByte()
+{
+    const Test::Panel panel;
+    // A name that is no text in UTF-8.
+    const std::string place = bench->getPath({}).toStdString() + "caf\xe9";
+    std::filesystem::create_directory_symlink(Test::Bench::getToolDirectory().toStdString(), place);
+    qputenv("PATH", QByteArray::fromStdString(place) + ':' + qgetenv("PATH"));
+    Test::ConsoleRecorder recorder;
+    KSBaseHandler::preCreate(panel.getWindow());
+    QCOMPARE(recorder.getMessages().size(), 1);
+    QCOMPARE(recorder.getMessages().first().text,
+             "Using ksbase2 found in: " + place + "/ksbase2_cli");
 }
 
 void TestChildProcess::anUnwritableTranscriptIsReportedAfterTheProbe()
@@ -391,7 +407,14 @@ void TestChildProcess::anEngineCanBeDestroyedInAnyState()
         bench->release();
         QTRY_VERIFY(handlers.front()->hasFinished());
     }
+    Test::ConsoleRecorder recorder;
     panel.reset();
+    if (state == "queued") {
+        // Its turn has not come, and does not come any more.
+        QCOMPARE(bench->count("board set force_bit on"), 0);
+        QCoreApplication::processEvents();
+        QCOMPARE(recorder.getLines(), QStringList());
+    }
     for (Board::CommandHandler* const handler : handlers) {
         handler->destroy();
     }
