@@ -54,6 +54,7 @@ private slots:
     void newBoardsAreBroughtUpInTheOrderOfTheirLines();
     void aVanishedBoardCountsUntilTheNewOnesAreServed();
     void aVanishedSelectionLeavesNone();
+    void aListingWithoutAStarSelectsNothing();
     void aChangeOfTheStarAloneMovesTheSelectionOnly();
     void aFailedListingIsAListingWithoutBoards();
     void aBoardThatMissesAListingComesBackNew();
@@ -265,6 +266,17 @@ void TestBoardDiscovery::aVanishedSelectionLeavesNone()
     QCOMPARE(getSelected(), QString());
     QCOMPARE(getNames(), QStringList({"Borealis"}));
     QCOMPARE(recorder.getLines(), QStringList({"Disconnected Aurora"}));
+}
+
+void TestBoardDiscovery::aListingWithoutAStarSelectsNothing()
+{
+    makePanel();
+    list(listing("* 0x534B1 a\n- 0x534B2 b\n"));
+    QCOMPARE(getSelected(), QString("a"));
+    Test::ConsoleRecorder recorder;
+    list(listing("- 0x534B1 a\n- 0x534B2 b\n"));
+    QCOMPARE(getSelected(), QString());
+    QCOMPARE(recorder.getLines(), QStringList());
 }
 
 void TestBoardDiscovery::aChangeOfTheStarAloneMovesTheSelectionOnly()

@@ -61,6 +61,7 @@ private slots:
     void attachAnnouncesEachHandler();
     void aLongCommandLetsControlGoBeforeThePoll();
     void theStatusBarCountsTheSeconds();
+    void eachCommandCountsFromItsStart();
     void theStatusBarStartsAgainAfterADay();
     void aTickWithoutARunningCommandShowsNothing();
     void theStatusTextIsShownReadable();
@@ -436,6 +437,21 @@ void TestCommandExecution::theStatusBarCountsTheSeconds()
     // The text goes by itself, soon after the end of the command.
     QTRY_COMPARE(bar->currentMessage(), QString());
     handler->destroy();
+}
+
+void TestCommandExecution::eachCommandCountsFromItsStart()
+{
+    setFaults(bench->hold(command));
+    for (int round = 0; round < 2; ++round) {
+        CommandHandler* const handler = create(CommandType::Control, command);
+        QTRY_VERIFY(handler->isRunning());
+        panel->getEngine()->onTimeout();
+        QVERIFY(panel->getWindow()->statusBar()->currentMessage().endsWith("(00:00:01)"));
+        bench->release();
+        Board::waitCommandHandlerReady(handler);
+        handler->destroy();
+        bench->holdAgain();
+    }
 }
 
 void TestCommandExecution::theStatusBarStartsAgainAfterADay()
