@@ -1,6 +1,8 @@
 #include "app/ActivityIndicator.h"
 
+#include "app/DesktopNotice.h"
 #include "app/ElidedLabel.h"
+#include "app/ReplyVerdict.h"
 
 #include <Board/KSBaseHandler.h>
 #include <foundation/Encoding.h>
@@ -10,6 +12,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLocale>
+#include <QSettings>
 #include <QTime>
 
 #include <chrono>
@@ -25,8 +28,9 @@ using namespace std::chrono_literals;
 const std::chrono::milliseconds tick = 250ms;
 /// What the panel asks for by itself is usually over by then.
 const qint64 backgroundPatience = 1500;
-/// From then on the tool may be stuck; transfers are known to take their time.
-const qint64 answerPatience = 10'000;
+const int firstPatience = 10;
+/// Who waits so long for a transfer may have turned to something else.
+const qint64 longTransfer = 10'000;
 const int iconSize = 16;
 const int widestLabel = 560;
 const qint64 minute = 60'000;
@@ -54,10 +58,17 @@ QString getShortForm(const QString& command)
                                command.mid(command.lastIndexOf(QLatin1Char('/')) + 1);
 }
 
-bool isBackground(const Board::CommandHandler& handler)
+using Type = Board::CommandHandler::CommandType;
+
+/// What the panel asks for by itself.
+bool isBackground(Type type)
 {
-    return handler.getCommandType() == Board::CommandHandler::CommandType::Refresh ||
-           handler.getCommandType() == Board::CommandHandler::CommandType::Monitor;
+    return type == Type::Refresh || type == Type::Monitor;
+}
+
+QString getPatienceKey()
+{
+    return QStringLiteral("Activity/patience");
 }
 
 } // namespace
@@ -93,18 +104,16 @@ QString ActivityIndicator::getText() const
     return text;
 }
 
-ActivityIndicator::Verdict ActivityIndicator::getVerdict(const std::string& reply)
+int ActivityIndicator::getPatience()
 {
-    const std::size_t success = reply.rfind("COMMAND SUCCEEDED");
-    const std::size_t failure = reply.rfind("COMMAND FAILED");
-    if (success == failure) {
-        return Verdict::Unknown;
-    }
-    if (success == std::string::npos || failure == std::string::npos) {
-        return success != std::string::npos ? Verdict::Succeeded : Verdict::Failed;
-    }
-    // The later mark is the one that ended the reply.
-    return success > failure ? Verdict::Succeeded : Verdict::Failed;
+    bool isNumber = false;
+    const int seconds = QSettings().value(getPatienceKey(), firstPatience).toInt(&isNumber);
+    return isNumber && seconds >= 0 ? seconds : firstPatience;
+}
+
+void ActivityIndicator::setPatience(int seconds)
+{
+    QSettings().setValue(getPatienceKey(), seconds);
 }
 
 /// Takes note of the commands that have joined the queue.
@@ -118,7 +127,7 @@ void ActivityIndicator::observe()
             continue;
         }
         pendings[handler] = {handler, getShortForm(Orvex::getReadable(handler->getCommand())),
-                             isBackground(*handler), clock.elapsed()};
+                             handler->getCommandType(), clock.elapsed()};
         // Queued before whoever waits is told, so that the handler is still there.
         connect(
             handler, &Board::CommandHandler::resultReady, this,
@@ -134,31 +143,42 @@ void ActivityIndicator::finish(Board::CommandHandler* handler)
 {
     const Pending pending = pendings.take(handler);
     if (pending.handler) {
-        tellEnd(pending, getVerdict(pending.handler->getResult()));
+        tellEnd(pending, pending.handler->getResult());
     }
     lastEnd = clock.elapsed();
     refresh();
 }
 
-void ActivityIndicator::tellEnd(const Pending& pending, Verdict verdict)
+void ActivityIndicator::tellEnd(const Pending& pending, const std::string& reply)
 {
-    if (pending.isBackground && verdict == Verdict::Succeeded) {
+    const ReplyVerdict verdict = ReplyVerdict::fromReply(reply);
+    // The Monitoring page itself shows what came of its readings.
+    if (pending.type == Type::Monitor ||
+        (pending.type == Type::Refresh && verdict.outcome == ReplyVerdict::Outcome::Succeeded)) {
         return;
     }
-    const QString duration = getDuration(clock.elapsed() - getStart(pending));
-    switch (verdict) {
-    case Verdict::Succeeded:
+    const qint64 elapsed = clock.elapsed() - getStart(pending);
+    const QString duration = getDuration(elapsed);
+    switch (verdict.outcome) {
+    case ReplyVerdict::Outcome::Succeeded:
         lastIcon = "success";
         lastText = tr("\"%1\" succeeded after %2").arg(pending.command, duration);
         break;
-    case Verdict::Failed:
+    case ReplyVerdict::Outcome::Failed:
         lastIcon = "error";
         lastText = tr("\"%1\" failed after %2").arg(pending.command, duration);
         break;
-    case Verdict::Unknown:
+    case ReplyVerdict::Outcome::Unknown:
         lastIcon = "warning";
         lastText = tr("\"%1\" ended after %2, nobody knows how").arg(pending.command, duration);
         break;
+    }
+    if (!verdict.reason.isEmpty()) {
+        lastText += QStringLiteral(" – ") +
+                    QStringList{verdict.reason, verdict.hint}.join(QLatin1Char(' ')).trimmed();
+    }
+    if (pending.type == Type::Transfer && elapsed >= longTransfer) {
+        notify(window(), lastText);
     }
 }
 
@@ -174,24 +194,26 @@ const ActivityIndicator::Pending* ActivityIndicator::getRunning() const
     return found != pendings.constEnd() ? &*found : nullptr;
 }
 
+bool ActivityIndicator::isLate(const Pending& pending, qint64 elapsed) const
+{
+    const qint64 patience = getPatience() * qint64(1000);
+    return patience > 0 && elapsed >= patience && pending.type != Type::Transfer;
+}
+
 void ActivityIndicator::refresh()
 {
     // Handlers that have gone without a reply leave nothing to wait for.
     for (auto pending = pendings.begin(); pending != pendings.end();) {
         pending = pending->handler ? pending + 1 : pendings.erase(pending);
     }
-    const Pending* const running = getRunning();
-    const qint64 elapsed = running != nullptr ? clock.elapsed() - getStart(*running) : 0;
     if (pendings.isEmpty()) {
         ticker.stop();
     }
-    if (running == nullptr || (running->isBackground && elapsed < backgroundPatience)) {
+    const Pending* const running = getRunning();
+    const qint64 elapsed = running != nullptr ? clock.elapsed() - getStart(*running) : 0;
+    if (running == nullptr || (isBackground(running->type) && elapsed < backgroundPatience)) {
         present(lastIcon, lastText);
-        return;
-    }
-    const bool isTransfer = running->handler && running->handler->getCommandType() ==
-                                                    Board::CommandHandler::CommandType::Transfer;
-    if (elapsed >= answerPatience && !isTransfer) {
+    } else if (isLate(*running, elapsed)) {
         present("warning", tr("No answer to \"%1\" for %2: the board tool may be busy or stuck")
                                .arg(running->command, getClock(elapsed)));
     } else {

@@ -31,24 +31,25 @@ class ActivityIndicator : public QWidget
     Q_OBJECT
 
 public:
-    /// What came of a command.
-    enum class Verdict { Succeeded, Failed, Unknown };
-
     /// The engine outlives the indicator.
     ActivityIndicator(Board::KSBaseHandler* observed, QWidget* parent);
 
     /// The state in words.
     QString getText() const;
 
-    /// Reads a verdict from a whole reply.
-    static Verdict getVerdict(const std::string& reply);
+    /// How long a command may take before the tool counts as stuck, in seconds; 0 for ever.
+    /// Transfers never count. Stored for the next run.
+    /// @{
+    static int getPatience();
+    static void setPatience(int seconds);
+    /// @}
 
 private:
     /// A command that is waited for.
     struct Pending {
         QPointer<Board::CommandHandler> handler;
         QString command;
-        bool isBackground = false;
+        Board::CommandHandler::CommandType type = Board::CommandHandler::CommandType::Invalid;
         qint64 created = 0; ///< milliseconds of the clock
     };
 
@@ -56,8 +57,9 @@ private:
     void finish(Board::CommandHandler* handler);
     void refresh();
     const Pending* getRunning() const;
+    bool isLate(const Pending& pending, qint64 elapsed) const;
     qint64 getStart(const Pending& pending) const;
-    void tellEnd(const Pending& pending, Verdict verdict);
+    void tellEnd(const Pending& pending, const std::string& reply);
     void present(const char* iconName, const QString& words);
 
     Board::KSBaseHandler* const engine;

@@ -1,6 +1,7 @@
 #include "app/Menus.h"
 
 #include "app/AboutDialog.h"
+#include "app/ActivityIndicator.h"
 #include "app/DropTarget.h"
 #include "app/KeyboardMap.h"
 #include "app/Shutdown.h"
@@ -138,6 +139,27 @@ void Menus::buildBoardMenu()
     Board::KSBaseHandler* const engine = window->getKSBaseHandler();
     addAction(menu, "refresh", tr("&Refresh the boards"), QStringLiteral("F5"),
               [engine] { engine->refreshTamsaMap(); });
+    buildPatienceMenu(menu);
+}
+
+void Menus::buildPatienceMenu(QMenu* parent)
+{
+    QMenu* const menu =
+        parent->addMenu(Orvex::theme->getIcon("time"), tr("Say that an &answer is late"));
+    auto* const group = new QActionGroup(menu);
+    const std::pair<int, QString> choices[] = {
+        {10, tr("After 1&0 seconds")},
+        {30, tr("After &30 seconds")},
+        {120, tr("After &2 minutes")},
+        {0, tr("&Never")},
+    };
+    for (const auto& [seconds, text] : choices) {
+        QAction* const action = addAction(
+            menu, "", text, {}, [chosen = seconds] { ActivityIndicator::setPatience(chosen); });
+        action->setCheckable(true);
+        action->setChecked(seconds == ActivityIndicator::getPatience());
+        group->addAction(action);
+    }
 }
 
 /// The console's own actions, which work from everywhere once they stand in a menu of the window.

@@ -50,6 +50,7 @@ private:
     void buildViewMenu();
     void buildSchemeMenu(QMenu* parent);
     void buildBoardMenu();
+    void buildPatienceMenu(QMenu* parent);
     void buildConsoleMenu();
     void buildHelpMenu();
     QMenu* addMenu(const QString& title);

@@ -1,5 +1,6 @@
 #include "app/ActivityIndicator.h"
 
+#include "app/ReplyVerdict.h"
 #include "support/Bench.h"
 #include "support/Panel.h"
 #include "support/TestMain.h"
@@ -7,11 +8,14 @@
 #include <Board/KSBaseHandler.h>
 
 #include <QLabel>
+#include <QSettings>
 #include <QTimer>
 
 #include <functional>
 
 using Kestoboard::ActivityIndicator;
+using Kestoboard::ReplyVerdict;
+using Outcome = Kestoboard::ReplyVerdict::Outcome;
 using Test::Bench;
 using Test::Panel;
 
@@ -24,6 +28,11 @@ private slots:
     void cleanup();
     void theLaterMarkOfAReplyIsItsVerdict_data();
     void theLaterMarkOfAReplyIsItsVerdict();
+    void aFailureHasItsReasonAndAHint_data();
+    void aFailureHasItsReasonAndAHint();
+    void aLateAnswerIsTold();
+    void nonsenseAsPatienceIsPassedOver_data();
+    void nonsenseAsPatienceIsPassedOver();
     void itIsIdleAtFirst();
     void aRunningCommandIsTold();
     void theVerdictOfTheLastCommandStays_data();
@@ -44,6 +53,7 @@ private:
 
 void TestActivityIndicator::init()
 {
+    QSettings().clear();
     bench.reset(new Bench);
     panel.reset(new Panel);
     indicator.reset(new ActivityIndicator(panel->getEngine(), nullptr));
@@ -72,22 +82,92 @@ void TestActivityIndicator::whenTold(const QString& beginning, const std::functi
 void TestActivityIndicator::theLaterMarkOfAReplyIsItsVerdict_data()
 {
     QTest::addColumn<QString>("reply");
-    QTest::addColumn<ActivityIndicator::Verdict>("verdict");
-    QTest::newRow("success") << "OK\nCOMMAND SUCCEEDED\n" << ActivityIndicator::Verdict::Succeeded;
-    QTest::newRow("failure") << "no\nCOMMAND FAILED\n" << ActivityIndicator::Verdict::Failed;
+    QTest::addColumn<Outcome>("outcome");
+    QTest::newRow("success") << "OK\nCOMMAND SUCCEEDED\n" << Outcome::Succeeded;
+    QTest::newRow("failure") << "no\nCOMMAND FAILED\n" << Outcome::Failed;
     QTest::newRow("failure after success")
-        << "COMMAND SUCCEEDED\nCOMMAND FAILED" << ActivityIndicator::Verdict::Failed;
+        << "COMMAND SUCCEEDED\nCOMMAND FAILED" << Outcome::Failed;
     QTest::newRow("success after failure")
-        << "COMMAND FAILED\nCOMMAND SUCCEEDED" << ActivityIndicator::Verdict::Succeeded;
-    QTest::newRow("neither") << "killed" << ActivityIndicator::Verdict::Unknown;
-    QTest::newRow("nothing") << "" << ActivityIndicator::Verdict::Unknown;
+        << "COMMAND FAILED\nCOMMAND SUCCEEDED" << Outcome::Succeeded;
+    QTest::newRow("neither") << "killed" << Outcome::Unknown;
+    QTest::newRow("nothing") << "" << Outcome::Unknown;
 }
 
 void TestActivityIndicator::theLaterMarkOfAReplyIsItsVerdict()
 {
     QFETCH(QString, reply);
-    QFETCH(ActivityIndicator::Verdict, verdict);
-    QCOMPARE(ActivityIndicator::getVerdict(reply.toStdString()), verdict);
+    QFETCH(Outcome, outcome);
+    QCOMPARE(ReplyVerdict::fromReply(reply.toStdString()).outcome, outcome);
+}
+
+void TestActivityIndicator::aFailureHasItsReasonAndAHint_data()
+{
+    QTest::addColumn<QString>("reply");
+    QTest::addColumn<QString>("reason");
+    QTest::addColumn<QString>("hint");
+    QTest::newRow("rights") << "Opening\nError: x.ksb: Permission denied\nCOMMAND FAILED\n"
+                            << "Error: x.ksb: Permission denied"
+                            << "check the rights";
+    QTest::newRow("missing file") << "Error: No such file or directory\nCOMMAND FAILED\n"
+                                  << "Error: No such file or directory"
+                                  << "choose it anew";
+    QTest::newRow("no board") << "ERROR: no board selected\nCOMMAND FAILED\n"
+                              << "ERROR: no board selected"
+                              << "Connect a board";
+    QTest::newRow("unknown reason") << "Error: 0x17\nCOMMAND FAILED\n"
+                                    << "Error: 0x17"
+                                    << "";
+    QTest::newRow("no error line") << "first\n  second \n\nCOMMAND FAILED\n"
+                                   << "second"
+                                   << "";
+    QTest::newRow("mark alone") << "COMMAND FAILED"
+                                << ""
+                                << "";
+    QTest::newRow("success") << "Error: none\nCOMMAND SUCCEEDED\n"
+                             << ""
+                             << "";
+}
+
+void TestActivityIndicator::aFailureHasItsReasonAndAHint()
+{
+    QFETCH(QString, reply);
+    QFETCH(QString, reason);
+    QFETCH(QString, hint);
+    const ReplyVerdict verdict = ReplyVerdict::fromReply(reply.toStdString());
+    QCOMPARE(verdict.reason, reason);
+    QVERIFY2(verdict.hint.contains(hint), qPrintable(verdict.hint));
+    QCOMPARE(verdict.hint.isEmpty(), hint.isEmpty());
+}
+
+void TestActivityIndicator::aLateAnswerIsTold()
+{
+    ActivityIndicator::setPatience(1);
+    bench->setScenario(bench->hold("board set force_bit"));
+    panel->getEngine()->refreshTamsaMap();
+    whenTold("No answer to \"board set force_bit on\" for ", [this] { bench->release(); });
+    panel->getEngine()->setForceBit(true);
+    QTRY_VERIFY(indicator->getText().startsWith("\"board set force_bit on\""));
+}
+
+void TestActivityIndicator::nonsenseAsPatienceIsPassedOver_data()
+{
+    QTest::addColumn<QVariant>("stored");
+    QTest::addColumn<int>("patience");
+    QTest::newRow("nothing") << QVariant() << 10;
+    QTest::newRow("a number") << QVariant(30) << 30;
+    QTest::newRow("for ever") << QVariant(0) << 0;
+    QTest::newRow("below zero") << QVariant(-5) << 10;
+    QTest::newRow("words") << QVariant("long") << 10;
+}
+
+void TestActivityIndicator::nonsenseAsPatienceIsPassedOver()
+{
+    QFETCH(QVariant, stored);
+    QFETCH(int, patience);
+    if (stored.isValid()) {
+        QSettings().setValue("Activity/patience", stored);
+    }
+    QCOMPARE(ActivityIndicator::getPatience(), patience);
 }
 
 void TestActivityIndicator::itIsIdleAtFirst()
@@ -171,7 +251,7 @@ void TestActivityIndicator::aQueueIsToldInItsOrder()
                  qPrintable(indicator->getText()));
 }
 
-Q_DECLARE_METATYPE(Kestoboard::ActivityIndicator::Verdict)
+Q_DECLARE_METATYPE(Outcome)
 
 KESTOBOARD_TEST_MAIN(TestActivityIndicator)
 #include "tst_activity_indicator.moc"

@@ -1,0 +1,17 @@
+#ifndef APP_DESKTOPNOTICE_H
+#define APP_DESKTOPNOTICE_H
+
+class QString;
+class QWidget;
+
+namespace Kestoboard
+{
+
+/// Tells a person who is at another window that something they wait for is over: marks the window
+/// in the task bar and, where the desktop can, shows a notification. Does nothing for the window
+/// that they are at.
+void notify(QWidget* window, const QString& sentence);
+
+} // namespace Kestoboard
+
+#endif

@@ -1,0 +1,27 @@
+#ifndef APP_REPLYVERDICT_H
+#define APP_REPLYVERDICT_H
+
+#include <QString>
+
+#include <string>
+
+namespace Kestoboard
+{
+
+/// What a reply of the board tool says of its command.
+struct ReplyVerdict {
+    enum class Outcome { Succeeded, Failed, Unknown };
+
+    /// Reads a whole reply. The later of the two end marks counts.
+    static ReplyVerdict fromReply(const std::string& reply);
+
+    Outcome outcome = Outcome::Unknown;
+    /// The line of a failed reply that says why, as the tool wrote it; empty when there is none.
+    QString reason;
+    /// What can be done about a reason that is known; empty for any other.
+    QString hint;
+};
+
+} // namespace Kestoboard
+
+#endif
