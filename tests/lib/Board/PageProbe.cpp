@@ -4,8 +4,11 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QComboBox>
 #include <QGridLayout>
 #include <QLabel>
+#include <QMetaMethod>
+#include <QStyledItemDelegate>
 #include <QTimer>
 
 namespace Test
@@ -141,6 +144,24 @@ QStringList describeMetrics(const QWidget& widget)
         addMetric(&metrics, "row stretch", row, grid.rowStretch(row));
     }
     return metrics;
+}
+
+QStringList describeMethods(const QMetaObject& meta)
+{
+    QStringList methods;
+    for (int index = meta.methodOffset(); index < meta.methodCount(); ++index) {
+        const QMetaMethod method = meta.method(index);
+        const QString access = method.access() == QMetaMethod::Public ? "public" : "private";
+        const QString kind = method.methodType() == QMetaMethod::Slot ? "slot" : "other";
+        methods += access + ' ' + kind + ' ' + method.methodSignature();
+    }
+    return methods;
+}
+
+bool isEnriched(const QComboBox& comboBox)
+{
+    // The combo box's own delegate is of another kind.
+    return qobject_cast<QStyledItemDelegate*>(comboBox.itemDelegate()) != nullptr;
 }
 
 QList<int> getMargins(const QWidget& widget)

@@ -15,7 +15,9 @@
 
 #include <functional>
 
+class QComboBox;
 class QWidget;
+struct QMetaObject;
 
 namespace Test
 {
@@ -85,6 +87,13 @@ QStringList describeGrid(const QWidget& widget);
 
 /// The spacing, and the minima and stretches that are not 0, of the grid of a widget.
 QStringList describeMetrics(const QWidget& widget);
+
+/// The slots and signals that a class adds to its base, in their order, such as
+/// "public slot setLeaf(int)".
+QStringList describeMethods(const QMetaObject& meta);
+
+/// Whether the theme has restyled the combo box.
+bool isEnriched(const QComboBox& comboBox);
 
 /// The margins of the layout of a widget: left, top, right, bottom.
 QList<int> getMargins(const QWidget& widget);

@@ -53,6 +53,7 @@ class TestBasicLeaf : public QObject
 
 private slots:
     void theFormStandsInItsGrid();
+    void theSlotsStandInTheirOrder();
     void theModesStandInTheirOrder();
     void withoutABoardTheWidgetsShowTheirDefaultsAndNothingIsSent();
     void aFreshBoardShowsTheStateOfItsBringUp();
@@ -114,11 +115,19 @@ void TestBasicLeaf::theFormStandsInItsGrid()
     QVERIFY(!getBox(leaf, "resetCheckBox")->isTristate());
 }
 
+void TestBasicLeaf::theSlotsStandInTheirOrder()
+{
+    QCOMPARE(Test::describeMethods(BasicLeaf::staticMetaObject),
+             QStringList({"private slot onReset(int)", "private slot onClock(int)",
+                          "private slot onForceMode(int)", "private slot onModeChange(QString)"}));
+}
+
 void TestBasicLeaf::theModesStandInTheirOrder()
 {
     Bench bench;
     Panel panel;
     const QComboBox* modes = getModes(*panel.getFolio());
+    QVERIFY(Test::isEnriched(*modes));
     QStringList texts;
     for (int index = 0; index < modes->count(); ++index) {
         texts += modes->itemText(index);

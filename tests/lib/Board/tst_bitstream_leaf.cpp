@@ -117,6 +117,7 @@ private slots:
     void cleanup();
 
     void theFormStandsInItsGrid();
+    void theSlotsStandInTheirOrder();
     void theButtonsActWhenTheyArePressed_data();
     void theButtonsActWhenTheyArePressed();
     void thePageKnowsWhatItsChooserShows();
@@ -192,6 +193,14 @@ void TestBitstreamLeaf::theFormStandsInItsGrid()
                                                        "row minimum 1: 20", "row minimum 4: 20"}));
     QCOMPARE(Test::getMargins(leaf), QList<int>({0, 0, 0, 0}));
     QCOMPARE(getNamed<QLineEdit>(leaf, "exportLineEdit")->text(), QString());
+}
+
+void TestBitstreamLeaf::theSlotsStandInTheirOrder()
+{
+    QCOMPARE(Test::describeMethods(BitstreamLeaf::staticMetaObject),
+             QStringList({"private slot onLoad()", "private slot onReset()",
+                          "private slot onResetLoad()", "private slot onPathChange()",
+                          "private slot onProgramFlash()"}));
 }
 
 void TestBitstreamLeaf::theButtonsActWhenTheyArePressed_data()

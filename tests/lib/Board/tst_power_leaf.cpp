@@ -62,6 +62,8 @@ void TestPowerLeaf::theTreeShowsTheSlots()
     const PowerLeaf leaf(nullptr);
     const auto* tree = getOnly<QTreeWidget>(leaf);
     QVERIFY(tree->isHeaderHidden());
+    // The theme has restyled the tree.
+    QVERIFY(tree->uniformRowHeights());
     QStringList entries;
     for (int index = 0; index < tree->topLevelItemCount(); ++index) {
         const QTreeWidgetItem* group = tree->topLevelItem(index);
@@ -80,6 +82,7 @@ void TestPowerLeaf::aNewPageOpensWithItsFixedValues()
     const PowerLeaf leaf(nullptr);
     QVERIFY(getNamed<QRadioButton>(leaf, "internalButton")->isChecked());
     QVERIFY(!getNamed<QRadioButton>(leaf, "externalButton")->isChecked());
+    QVERIFY(Test::isEnriched(*getOnly<QComboBox>(leaf)));
     QCOMPARE(getOnly<QComboBox>(leaf)->count(), 1);
     QCOMPARE(getOnly<QComboBox>(leaf)->currentText(), QString("Alim 1 GPIB@3"));
     QCOMPARE(getNamed<QDoubleSpinBox>(leaf, "voltageSpinBox")->value(), 3.3);

@@ -83,6 +83,7 @@ private slots:
     void init() { QSettings().clear(); }
 
     void theFormStandsInItsGrid();
+    void theCaptureIsItsOnlySlot();
     void aFirstRunShowsItsDefaults();
     void theFrequencyCannotLeaveItsRange();
     void storedValuesComeBack();
@@ -131,6 +132,13 @@ void TestScopeLeaf::theFormStandsInItsGrid()
              QStringList({"spacing: 8", "column stretch 2: 1", "row stretch 3: 1"}));
     QCOMPARE(getImmediate(leaf)->text(), QString());
     QCOMPARE(getUnit(leaf)->count(), 1);
+    QVERIFY(!Test::isEnriched(*getUnit(leaf)));
+}
+
+void TestScopeLeaf::theCaptureIsItsOnlySlot()
+{
+    QCOMPARE(Test::describeMethods(ScopeLeaf::staticMetaObject),
+             QStringList("private slot onCapture()"));
 }
 
 void TestScopeLeaf::aFirstRunShowsItsDefaults()
