@@ -19,6 +19,7 @@
 #include <QTreeView>
 
 #include <limits>
+#include <memory>
 
 using Board::BrowseFolio;
 using Test::Bench;
@@ -85,6 +86,8 @@ private slots:
     void theRowAndTheStackStandInTheGrid();
     void theButtonsStandInTheirRow_data();
     void theButtonsStandInTheirRow();
+    void theSlotsStandInTheirOrder();
+    void aMadeButtonHasNoParentAndItsCheckedState();
     void theRecentPageShowsAtTheStart();
     void theButtonsChangeThePage();
     void aNumberWithoutAButtonDoesNothing_data();
@@ -169,12 +172,34 @@ void TestBrowseFolio::theButtonsStandInTheirRow()
     QCOMPARE(button->isChecked(), id == 0);
     QCOMPARE(button->iconSize(), QSize(24, 24));
     QVERIFY(!button->icon().isNull());
+    QCOMPARE(button->icon().cacheKey(),
+             Orvex::theme->getIcon(text.toLower().toStdString()).cacheKey());
     QCOMPARE(button->toolButtonStyle(), Qt::ToolButtonTextBesideIcon);
     QCOMPARE(button->group()->checkedId(), 0);
     QCOMPARE(button->group()->buttons().size(), 2);
     QVERIFY(button->group()->button(id) == button);
     QVERIFY(button->group()->exclusive());
     QVERIFY(button->group()->parent() == nullptr);
+}
+
+void TestBrowseFolio::theSlotsStandInTheirOrder()
+{
+    QCOMPARE(Test::describeMethods(BrowseFolio::staticMetaObject),
+             QStringList({"public slot setLeaf(int)", "private slot onItemClicked(QModelIndex)",
+                          "private slot onItemClicked(QListWidgetItem*)"}));
+}
+
+void TestBrowseFolio::aMadeButtonHasNoParentAndItsCheckedState()
+{
+    BrowseFolio folio(nullptr);
+    for (const bool isChecked : {false, true}) {
+        const std::unique_ptr<QToolButton> button(
+            folio.createButton("A page", "browse", isChecked));
+        QVERIFY(button->parent() == nullptr);
+        QVERIFY(button->group() == nullptr);
+        QCOMPARE(button->text(), QString("A page"));
+        QCOMPARE(button->isChecked(), isChecked);
+    }
 }
 
 void TestBrowseFolio::theRecentPageShowsAtTheStart()
@@ -270,6 +295,9 @@ void TestBrowseFolio::theRecentListLooksAsItShould()
     const auto* delegate = dynamic_cast<Board::BitstreamDelegate*>(list->itemDelegate());
     QVERIFY(delegate != nullptr);
     QCOMPARE(delegate->parent(), list);
+    // Neither has a meta-object of its own.
+    QCOMPARE(QString(list->metaObject()->className()), QString("QListWidget"));
+    QCOMPARE(QString(delegate->metaObject()->className()), QString("QStyledItemDelegate"));
 }
 
 void TestBrowseFolio::aRowHoldsTheFileInItsRoles()
@@ -283,7 +311,9 @@ void TestBrowseFolio::aRowHoldsTheFileInItsRoles()
     QCOMPARE(item->type(), 0);
     QCOMPARE(item->data(Qt::DisplayRole), QVariant("first light.ksb"));
     QCOMPARE(item->data(Qt::TextAlignmentRole), QVariant(4));
-    QVERIFY(!item->data(Qt::DecorationRole).value<QIcon>().isNull());
+    const auto icon = item->data(Qt::DecorationRole).value<QIcon>();
+    QVERIFY(!icon.isNull());
+    QCOMPARE(icon.cacheKey(), Orvex::theme->getIcon("recent").cacheKey());
     QCOMPARE(item->data(Qt::UserRole), QVariant(path));
     QCOMPARE(static_cast<int>(item->flags()), 33);
 }

@@ -11,6 +11,7 @@
 #include <Board/Tamsa.h>
 #include <application/Application.h>
 #include <foundation/Fatal.h>
+#include <foundation/Theme.h>
 
 #include <QAbstractSpinBox>
 #include <QAccessible>
@@ -86,6 +87,8 @@ private slots:
     void theStackAndTheBoardSelectorStandInTheGrid();
     void withoutABoardTheBitstreamPageShowsAndTheSelectorSaysSo();
     void theStringTypeIsRegistered();
+    void theSlotsStandInTheirOrder();
+    void aMadeButtonHasNoParentAndItsCheckedState();
     void thePagesFindTheEngineThroughTheSplitter();
     void aFolioWithoutAWindowHasNoEngineAndStaysUsable();
 
@@ -101,6 +104,8 @@ private slots:
     void aSecondBoardInitializesNothing();
     void theLastBoardThatLeavesTellsNoPage();
     void theSelectorFollowsTheSelectedBoard();
+    void theSelectedNameIsFoundExactly_data();
+    void theSelectedNameIsFoundExactly();
     void withoutASelectedBoardTheFirstItemIsCurrent();
     void aRefreshWithASelectionThatIsNoMoreListedShowsNothingWrong();
 
@@ -109,6 +114,7 @@ private slots:
     void aRefusedSelectionStillLoadsThePages();
     void aPollInTheWaitOfASelectionDoesNotSelectAgain();
     void aFatalReplyLeavesTheSelectorMute();
+    void aFatalReplyAfterAPickReachesTheApplication();
     void theWindowMayBeDeletedInTheWaitOfASelection();
     void theWindowMayBeDeletedInTheWaitOfAPage();
     void manyBoardsFillTheSelector();
@@ -155,6 +161,8 @@ void TestFolio::thePagesStandInTheirOrder()
     QVERIFY(button->isCheckable());
     QCOMPARE(button->iconSize(), QSize(32, 32));
     QVERIFY(!button->icon().isNull());
+    QCOMPARE(button->icon().cacheKey(),
+             Orvex::theme->getIcon(text.toLower().toStdString()).cacheKey());
     QCOMPARE(button->toolButtonStyle(), Qt::ToolButtonTextUnderIcon);
     QCOMPARE(button->group()->id(button), index);
     QVERIFY(button->group()->exclusive());
@@ -209,6 +217,7 @@ void TestFolio::theStackAndTheBoardSelectorStandInTheGrid()
     QCOMPARE(grid->rowStretch(0), 1);
     QCOMPARE(grid->rowStretch(1), 0);
     QCOMPARE(getCards(folio)->sizeAdjustPolicy(), QComboBox::AdjustToContents);
+    QVERIFY(Test::isEnriched(*getCards(folio)));
 }
 
 void TestFolio::withoutABoardTheBitstreamPageShowsAndTheSelectorSaysSo()
@@ -230,6 +239,25 @@ void TestFolio::theStringTypeIsRegistered()
     Panel panel;
     QVERIFY(QMetaType::type("string") != QMetaType::UnknownType);
     QCOMPARE(QMetaType::sizeOf(QMetaType::type("string")), static_cast<int>(sizeof(std::string)));
+}
+
+void TestFolio::theSlotsStandInTheirOrder()
+{
+    QCOMPARE(Test::describeMethods(Folio::staticMetaObject),
+             QStringList({"public slot setLeaf(int)", "private slot selectCard(int)"}));
+}
+
+void TestFolio::aMadeButtonHasNoParentAndItsCheckedState()
+{
+    const std::unique_ptr<Folio> folio = std::make_unique<Folio>(nullptr);
+    for (const bool isChecked : {false, true}) {
+        const std::unique_ptr<QToolButton> button(
+            folio->createButton("A page", "scope", isChecked));
+        QVERIFY(button->parent() == nullptr);
+        QVERIFY(button->group() == nullptr);
+        QCOMPARE(button->text(), QString("A page"));
+        QCOMPARE(button->isChecked(), isChecked);
+    }
 }
 
 void TestFolio::thePagesFindTheEngineThroughTheSplitter()
@@ -433,6 +461,31 @@ void TestFolio::theSelectorFollowsTheSelectedBoard()
     QCOMPARE(cards->currentText(), QString("KS-Dev B"));
 }
 
+void TestFolio::theSelectedNameIsFoundExactly_data()
+{
+    QTest::addColumn<QString>("other");
+    QTest::addColumn<QString>("selected");
+    QTest::newRow("case") << "KS-DEV A"
+                          << "KS-Dev A";
+    QTest::newRow("a part of another name") << "A KS-Dev"
+                                            << "KS-Dev";
+    QTest::newRow("accents") << "A" << QString::fromUtf8("Carte d'\xC3\xA9tude");
+}
+
+void TestFolio::theSelectedNameIsFoundExactly()
+{
+    QFETCH(QString, other);
+    QFETCH(QString, selected);
+    Bench bench;
+    bench.setScenario(Bench::board(other) + selectedBoard(selected));
+    Panel panel;
+    const QComboBox* cards = getCards(*panel.getFolio());
+    QCOMPARE(cards->count(), 2);
+    QCOMPARE(cards->currentIndex(), 1);
+    // One character a byte, as everything that the tool names.
+    QCOMPARE(cards->currentText().toLatin1(), selected.toUtf8());
+}
+
 void TestFolio::withoutASelectedBoardTheFirstItemIsCurrent()
 {
     Bench bench;
@@ -540,6 +593,28 @@ void TestFolio::aFatalReplyLeavesTheSelectorMute()
     QVERIFY(getCards(*panel.getFolio())->signalsBlocked());
     // The Monitoring page comes after the Basic page and was not reached.
     QVERIFY(!Test::takeCommands(&bench).contains("board monitor get 0"));
+}
+
+void TestFolio::aFatalReplyAfterAPickReachesTheApplication()
+{
+    const QString boards = selectedBoard("KS-Dev A") + Bench::board("KS-Dev B");
+    Bench bench;
+    bench.setScenario(boards);
+    Panel panel;
+    Test::setScenario(&bench, panel.getEngine(),
+                      boards + Bench::reply("board get force_bit", "Perhaps\nCOMMAND SUCCEEDED\n"));
+    Test::takeCommands(&bench);
+
+    QComboBox* cards = getCards(*panel.getFolio());
+    QTest::keyClick(cards, Qt::Key_Down);
+    QCOMPARE(Test::TestApplication::get()->takeEscapedExceptions().size(), 1);
+    QCOMPARE(Test::takeCommands(&bench),
+             QStringList({"board select 1", "board get mode", "board get force_bit"}));
+    // The pick stands, and the next one is heard.
+    QCOMPARE(cards->currentIndex(), 1);
+    QTest::keyClick(cards, Qt::Key_Up);
+    QCOMPARE(Test::takeCommands(&bench).first(), QString("board select 0"));
+    Test::TestApplication::get()->takeEscapedExceptions();
 }
 
 void TestFolio::theWindowMayBeDeletedInTheWaitOfASelection()
