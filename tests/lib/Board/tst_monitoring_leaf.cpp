@@ -109,6 +109,7 @@ class TestMonitoringLeaf : public QObject
 
 private slots:
     void theFormStandsInItsGrid();
+    void theSlotsStandInTheirOrder();
     void withoutABoardOnlyTheHeadingsStandAndNothingIsSent();
     void theReplyBecomesTheTable_data();
     void theReplyBecomesTheTable();
@@ -143,6 +144,7 @@ private slots:
     void withoutItsContainerTheTableIsRefused();
     void aChannelWithoutANameLeavesTheTableIncomplete();
     void aFillWithAChannelWithoutANameBlocksTheTimer();
+    void aTickThatFailsReachesTheApplicationAndIsTheLast();
     void anEmptyNameHasNoLabel();
     void anUnknownNameHasNoLabel();
 
@@ -169,6 +171,13 @@ void TestMonitoringLeaf::theFormStandsInItsGrid()
     QCOMPARE(metrics,
              QStringList({"column minimum 0: 150", "column minimum 1: 150", "column minimum 2: 150",
                           "column stretch 3: 1", "row minimum 1: 20"}));
+}
+
+void TestMonitoringLeaf::theSlotsStandInTheirOrder()
+{
+    QCOMPARE(
+        Test::describeMethods(MonitoringLeaf::staticMetaObject),
+        QStringList({"public slot fillMonitoringTable()", "public slot onIntervalChanged(int)"}));
 }
 
 void TestMonitoringLeaf::withoutABoardOnlyTheHeadingsStandAndNothingIsSent()
@@ -729,6 +738,29 @@ void TestMonitoringLeaf::aFillWithAChannelWithoutANameBlocksTheTimer()
     takeCommands(&bench);
     tick(*leaf);
     QCOMPARE(takeCommands(&bench), QStringList());
+}
+
+void TestMonitoringLeaf::aTickThatFailsReachesTheApplicationAndIsTheLast()
+{
+    Bench bench;
+    bench.setScenario(boardA() + monitor("A: 1\n"));
+    Panel panel;
+    const auto& leaf = *panel.find<MonitoringLeaf>();
+    panel.getWindow()->show();
+    panel.getFolio()->raiseLeaf(1);
+    setScenario(&bench, panel.getEngine(), boardA() + monitor(": 2\n"));
+    takeCommands(&bench);
+
+    getTimer(leaf)->setInterval(1);
+    QStringList escaped;
+    QTRY_VERIFY(!(escaped += Test::TestApplication::get()->takeEscapedExceptions()).isEmpty());
+    QVERIFY(escaped.first().contains("Empty name"));
+    // The timer runs on, unheard, until the page is made anew.
+    QVERIFY(getTimer(leaf)->isActive());
+    QVERIFY(getTimer(leaf)->signalsBlocked());
+    setScenario(&bench, panel.getEngine(), boardA() + monitor("A: 3\n"));
+    QCOMPARE(takeCommands(&bench), QStringList(monitorCommand));
+    QCOMPARE(getRows(leaf), QStringList("A|1|"));
 }
 
 void TestMonitoringLeaf::anEmptyNameHasNoLabel()
