@@ -36,6 +36,7 @@ private slots:
     void anEmptyNameDoesNothing();
     void aRefusalDoesNotStopTheRun();
     void theBitsAreRememberedWhateverTheToolReplied();
+    void theBitsAreStoredAfterTheCommands();
     void theBitsGoToTheNewBoardAndNotToTheSelectedOne();
     void withoutASelectionTheRefusedRestoreKeepsTheNewBoard();
     void withoutASelectionTheAcceptedRestoreSelectsNothing();
@@ -131,6 +132,15 @@ void TestBoardBringUp::theBitsAreRememberedWhateverTheToolReplied()
          Bench::fault("board set", "kind = \"refused\"\nmessage = \"no\"\ntimes = 0"));
     QVERIFY(!engine()->getTamsa("Aurora")->getResetBit());
     QVERIFY(engine()->getTamsa("Aurora")->getClockBit());
+}
+
+void TestBoardBringUp::theBitsAreStoredAfterTheCommands()
+{
+    // The pulse goes up and, as far as the commands tell, not down again.
+    list(Bench::board("Aurora", "selected = true") +
+         Bench::fault("board set reset off", "kind = \"refused\"\nmessage = \"no\"\ntimes = 0"));
+    QVERIFY(recorder->contains("E: Reset failed"));
+    QVERIFY(!engine()->getTamsa("Aurora")->getResetBit());
 }
 
 void TestBoardBringUp::theBitsGoToTheNewBoardAndNotToTheSelectedOne()
