@@ -1,11 +1,14 @@
 #include "app/LastWords.h"
 
+#include "app/Display.h"
+
 #include <foundation/Console.h>
 
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <deque>
+#include <spawn.h>
 #include <unistd.h>
 
 namespace Kestoboard
@@ -17,38 +20,88 @@ namespace
 const std::size_t lineLimit = 30;
 const std::size_t blanksPerStep = 2;
 
+// At the exit parts of Qt may be gone: nothing of it is used there that keeps state of its own.
 bool isArmed = false;
+bool isShown = false;
+std::string reason;
+std::vector<std::string> showCommand;
 
-/// At this point parts of Qt may be gone: nothing of it is used that keeps state of its own.
-void tellAtExit()
-{
-    if (isArmed) {
-        const std::string text = LastWords::getText();
-        std::fwrite(text.data(), 1, text.size(), stderr);
-        std::fflush(stderr);
-    }
-}
+/// Where the program was started.
+std::string startDirectory;
 
-std::string getTranscriptPath()
+std::string getCurrentDirectory()
 {
     char* const directory = getcwd(nullptr, 0);
-    const std::string path =
-        (directory != nullptr ? std::string(directory) + "/" : std::string()) + "ksbase.log";
+    const std::string path = directory != nullptr ? directory : ".";
     std::free(directory);
     return path;
 }
 
+void write(const std::string& text, std::FILE* file)
+{
+    std::fwrite(text.data(), 1, text.size(), file);
+    std::fflush(file);
+}
+
+/// Starts a process that shows the text and outlives this one.
+void show(const std::string& text)
+{
+    std::FILE* const file = std::tmpfile();
+    if (file == nullptr) {
+        return;
+    }
+    write(text, file);
+    std::rewind(file);
+    std::vector<char*> arguments;
+    for (std::string& argument : showCommand) {
+        arguments.push_back(argument.data());
+    }
+    arguments.push_back(nullptr);
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_adddup2(&actions, fileno(file), STDIN_FILENO);
+    // The arguments may speak of paths that begin there.
+    posix_spawn_file_actions_addchdir_np(&actions, startDirectory.c_str());
+    pid_t process = 0;
+    posix_spawn(&process, "/proc/self/exe", &actions, nullptr, arguments.data(), environ);
+    posix_spawn_file_actions_destroy(&actions);
+}
+
+void tellAtExit()
+{
+    if (!isArmed) {
+        return;
+    }
+    const std::string text = LastWords::getText();
+    write(text, stderr);
+    if (isShown) {
+        show(text);
+    }
+}
+
 } // namespace
 
-LastWords::LastWords()
+const char LastWords::showArgument[] = "--show-last-words";
+
+LastWords::LastWords(const std::vector<std::string>& arguments)
 {
     static const bool isRegistered = std::atexit(tellAtExit) == 0;
     isArmed = isRegistered;
+    isShown = hasDisplay();
+    reason.clear();
+    startDirectory = getCurrentDirectory();
+    showCommand = {"kestoboard", showArgument};
+    showCommand.insert(showCommand.end(), arguments.begin(), arguments.end());
 }
 
 LastWords::~LastWords()
 {
     isArmed = false;
+}
+
+void LastWords::setReason(const std::string& sentence)
+{
+    reason = sentence;
 }
 
 std::string LastWords::getText()
@@ -61,7 +114,10 @@ std::string LastWords::getText()
         const std::size_t steps = static_cast<std::size_t>(message.depth) + 1;
         text += std::string(blanksPerStep * steps, ' ') + message.text + "\n";
     }
-    return text + "The transcript of the board tool is " + getTranscriptPath() + "\n";
+    if (!reason.empty()) {
+        text += reason + "\n";
+    }
+    return text + "The transcript of the board tool is " + getCurrentDirectory() + "/ksbase.log\n";
 }
 
 } // namespace Kestoboard

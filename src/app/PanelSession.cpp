@@ -1,6 +1,7 @@
 #include "app/PanelSession.h"
 
 #include "app/ChosenBitstream.h"
+#include "app/LastWords.h"
 #include "app/PanelApplication.h"
 #include "app/SimulatedTool.h"
 #include "app/StartFailure.h"
@@ -101,7 +102,9 @@ void PanelSession::onToolEnded()
         // An interrupt from the terminal reaches the tool as well, which then may end first.
         shutdown.endNow();
     }
+    LastWords::setReason(toolWatch.getVerdict().toStdString());
     shutdown.save();
+    directory.leave();
 }
 
 } // namespace Kestoboard

@@ -33,7 +33,7 @@ void ToolWatch::begin()
 
 QString ToolWatch::getVerdict() const
 {
-    if (!process || process->state() != QProcess::NotRunning) {
+    if (!process || !hasTold) {
         return {};
     }
     if (process->error() == QProcess::FailedToStart) {

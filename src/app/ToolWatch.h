@@ -21,7 +21,7 @@ public:
     /// the tool is watched already.
     void begin();
 
-    /// How the tool ended, as a sentence.
+    /// How the tool ended, as a sentence; empty before its end.
     QString getVerdict() const;
 
 signals:

@@ -1,18 +1,25 @@
 #include "app/CommandLine.h"
 #include "app/Display.h"
 #include "app/LastWords.h"
+#include "app/LastWordsDialog.h"
 #include "app/PanelApplication.h"
 #include "app/PanelSession.h"
+#include "app/SchemeChoice.h"
 #include "app/StartFailure.h"
 #include "app/Tour.h"
 
 #include <foundation/Debug.h>
+#include <foundation/Encoding.h>
 
 #include <QCoreApplication>
+#include <QFile>
+#include <QProcess>
 
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace
 {
@@ -44,6 +51,33 @@ std::unique_ptr<Kestoboard::PanelApplication> makeApplication(int& argc, char** 
     return std::make_unique<Kestoboard::PanelApplication>(argc, argv);
 }
 
+std::vector<std::string> getArguments(int argc, char** argv)
+{
+    return {argv + 1, argv + argc};
+}
+
+bool isAskedToShowLastWords(int argc, char** argv)
+{
+    return argc > 1 && std::string(argv[1]) == Kestoboard::LastWords::showArgument;
+}
+
+int showLastWords(int& argc, char** argv)
+{
+    const std::unique_ptr<Kestoboard::PanelApplication> application = makeApplication(argc, argv);
+    QFile input;
+    if (!input.open(stdin, QIODevice::ReadOnly)) {
+        return EXIT_FAILURE;
+    }
+    Kestoboard::SchemeChoice().apply();
+    Kestoboard::LastWordsDialog dialog(Orvex::getReadable(input.readAll().toStdString()));
+    const QStringList arguments = QCoreApplication::arguments().mid(2);
+    QObject::connect(&dialog, &Kestoboard::LastWordsDialog::startAgainRequested, [&arguments] {
+        QProcess::startDetached(QCoreApplication::applicationFilePath(), arguments);
+    });
+    dialog.exec();
+    return EXIT_SUCCESS;
+}
+
 int makeTour(int& argc, char** argv, const Kestoboard::Options& options)
 {
     if (!Kestoboard::hasPlatform()) {
@@ -62,8 +96,9 @@ int showPanel(int& argc, char** argv, const Kestoboard::Options& options)
                     "session, or save pictures of its pages with --tour DIR."));
     }
     Orvex::setDebug(options.isDebug);
+    const std::vector<std::string> arguments = getArguments(argc, argv);
     const std::unique_ptr<Kestoboard::PanelApplication> application = makeApplication(argc, argv);
-    const Kestoboard::LastWords lastWords;
+    const Kestoboard::LastWords lastWords(arguments);
     return Kestoboard::PanelSession(options).run();
 }
 
@@ -72,6 +107,9 @@ int showPanel(int& argc, char** argv, const Kestoboard::Options& options)
 int main(int argc, char** argv)
 {
     Kestoboard::PanelApplication::setNames();
+    if (isAskedToShowLastWords(argc, argv)) {
+        return showLastWords(argc, argv);
+    }
     const CommandLine commandLine = readCommandLine(argc, argv);
     switch (commandLine.getAction()) {
     case CommandLine::Action::ShowHelp:

@@ -186,6 +186,8 @@ void TestProgram::theToolsEndIsToldOnStandardError()
     QCOMPARE(program->getStatus(), 1);
     const QString errors = program->getErrors();
     QVERIFY2(errors.contains(toolEnded()), qPrintable(errors));
+    QVERIFY2(errors.contains("The board tool was ended by the signal 9."), qPrintable(errors));
+    QVERIFY(!QFile::exists(".kestoboard.lock"));
     QVERIFY(errors.contains("Connected KS-Dev A"));
     QVERIFY(errors.contains(QDir::current().filePath("ksbase.log")));
 }

@@ -2,14 +2,17 @@
 
 #include "app/DirectoryLock.h"
 #include "app/LastWords.h"
+#include "app/LastWordsDialog.h"
 #include "support/Bench.h"
 #include "support/TestMain.h"
 
 #include <foundation/Critical.h>
 #include <foundation/Fatal.h>
 
+#include <QClipboard>
 #include <QDir>
-#include <QMessageBox>
+#include <QPushButton>
+#include <QSignalSpy>
 
 #include <functional>
 #include <stdexcept>
@@ -45,6 +48,7 @@ private slots:
     void anotherFailureKeepsItsWords();
     void theLastWordsHoldTheConsoleAndTheTranscript();
     void theLastWordsAreTheLatest();
+    void theLastWordsCanBeCopiedAndThePanelStartedAgain();
     void aDirectoryIsTakenOnce();
 
 private:
@@ -123,6 +127,17 @@ void TestStartFailure::theLastWordsAreTheLatest()
     const QString text = QString::fromStdString(Kestoboard::LastWords::getText());
     QVERIFY(text.contains("  line 99\n"));
     QVERIFY(!text.contains("  line 50\n"));
+}
+
+void TestStartFailure::theLastWordsCanBeCopiedAndThePanelStartedAgain()
+{
+    Kestoboard::LastWordsDialog dialog("the last line\n");
+    QSignalSpy spy(&dialog, &Kestoboard::LastWordsDialog::startAgainRequested);
+    dialog.findChild<QPushButton*>("copyButton")->click();
+    QCOMPARE(QApplication::clipboard()->text(), QString("the last line\n"));
+    QCOMPARE(spy.count(), 0);
+    dialog.findChild<QPushButton*>("startAgainButton")->click();
+    QCOMPARE(spy.count(), 1);
 }
 
 void TestStartFailure::aDirectoryIsTakenOnce()
