@@ -26,6 +26,7 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <chrono>
 
 namespace Board
@@ -68,6 +69,17 @@ void runCommand(KSBaseHandler* engine, const char* function, unsigned long line,
     Orvex::console->indent();
     runGuarded(function, line, [&] { printReply(engine, command); });
     Orvex::console->unindent();
+}
+
+/// Whether the menu of a button has exactly these entries and its default action beside them: then
+/// there is nothing to make anew, which thousands of entries every few seconds would let one feel.
+bool isOffered(const QStringList& names, const QToolButton& button)
+{
+    const QList<QAction*> entries = button.menu()->actions();
+    return !entries.contains(button.defaultAction()) &&
+           std::equal(
+               entries.begin(), entries.end(), names.begin(), names.end(),
+               [](const QAction* entry, const QString& name) { return entry->text() == name; });
 }
 
 /// Runs the commands of a command file, one after the other.
@@ -192,15 +204,17 @@ void MainWindow::refreshFileButton()
     if (fileButton == nullptr) {
         return;
     }
-    QMenu* const menu = fileButton->menu();
-    menu->clear();
     const QStringList names =
         QDir(QDir::currentPath())
             .entryList({QStringLiteral("*.cmd")}, QDir::NoFilter, QDir::NoSort);
-    for (const QString& name : names) {
-        QAction* const action = menu->addAction(name);
-        if (fileButton->defaultAction() == nullptr) {
-            fileButton->setDefaultAction(action);
+    if (!isOffered(names, *fileButton)) {
+        QMenu* const menu = fileButton->menu();
+        menu->clear();
+        for (const QString& name : names) {
+            QAction* const action = menu->addAction(name);
+            if (fileButton->defaultAction() == nullptr) {
+                fileButton->setDefaultAction(action);
+            }
         }
     }
     fileButton->setVisible(!names.isEmpty());
