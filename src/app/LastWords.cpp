@@ -32,7 +32,7 @@ std::string startDirectory;
 std::string getCurrentDirectory()
 {
     char* const directory = getcwd(nullptr, 0);
-    const std::string path = directory != nullptr ? directory : ".";
+    std::string path = directory != nullptr ? directory : ".";
     std::free(directory);
     return path;
 }
@@ -53,6 +53,7 @@ void show(const std::string& text)
     write(text, file);
     std::rewind(file);
     std::vector<char*> arguments;
+    arguments.reserve(showCommand.size() + 1);
     for (std::string& argument : showCommand) {
         arguments.push_back(argument.data());
     }

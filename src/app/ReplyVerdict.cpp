@@ -36,7 +36,7 @@ QString getReason(const std::string& reply)
 {
     QString last;
     for (const QString& line : Orvex::getReadable(reply).split(QLatin1Char('\n'))) {
-        const QString words = line.simplified();
+        QString words = line.simplified();
         if (words.startsWith(QLatin1String("error"), Qt::CaseInsensitive)) {
             return words;
         }

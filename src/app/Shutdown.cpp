@@ -42,9 +42,10 @@ bool isTransferring()
     if (engine == nullptr) {
         return false;
     }
+    // All handlers and not the pending ones: a reply may be being written on the worker.
     Board::CommandHandler* handler = nullptr;
-    for (Orvex::ForEachControler<Board::CommandHandler*> loop(
-             handler, engine->getCommandHandlers().getPendings());
+    for (Orvex::ForEachControler<Board::CommandHandler*> loop(handler,
+                                                              engine->getCommandHandlers());
          loop.next();) {
         if (handler->getCommandType() == Board::CommandHandler::CommandType::Transfer) {
             return true;

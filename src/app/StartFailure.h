@@ -16,7 +16,7 @@ public:
 
     /// Reads the exception that is being handled; inside a catch block only.
     static StartFailure fromCurrentException();
-    StartFailure(const QString& sentence, const QString& advice, bool canSimulate);
+    StartFailure(const QString& whatIsWrong, const QString& whatToDo, bool isSimulationOffered);
 
     const QString& getSentence() const { return sentence; }
     const QString& getAdvice() const { return advice; }
