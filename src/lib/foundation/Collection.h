@@ -42,8 +42,8 @@ public:
         virtual Locator<T> getReverseLocator() const { return ReverseLocator<T>(getLocator()); }
         virtual Locator<T> getRandomLocator() const { return RandomLocator<T>(getLocator()); }
         virtual unsigned long getCount() const;
-        virtual T getFirst() const { return getLocator().getCurrent(); }
-        virtual T getLast() const { return getReverseLocator().getCurrent(); }
+        virtual T getFirst() const { return getCurrentIfValid(getLocator()); }
+        virtual T getLast() const { return getCurrentIfValid(getReverseLocator()); }
         virtual T getAt(unsigned long index) const;
         virtual Label _getLabel() const { return getClassLabel(typeid(*this)); }
         virtual bool isEmpty() const { return !getLocator().isValid(); }
@@ -52,6 +52,12 @@ public:
     protected:
         Driver() = default;
         Driver(const Driver&) = default;
+
+    private:
+        static T getCurrentIfValid(const Locator<T>& locator)
+        {
+            return locator.isValid() ? locator.getCurrent() : T();
+        }
     };
 
     /// A null handle.
@@ -144,7 +150,7 @@ T Collection<T>::Driver::getAt(unsigned long index) const
     for (unsigned long position = 0; position < index && locator.isValid(); ++position) {
         locator.progress();
     }
-    return locator.isValid() ? locator.getCurrent() : T();
+    return getCurrentIfValid(locator);
 }
 
 template <class T>

@@ -27,6 +27,27 @@ struct Descending {
     bool operator()(int first, int second) const { return first > second; }
 };
 
+/// Has no elements, and locators that do not guard what they answer past the end.
+class CarelessDriver : public Collection<std::string>::Driver
+{
+public:
+    class LocatorDriver : public Locator<std::string>::Driver
+    {
+    public:
+        LocatorDriver* getClone() const override { return new LocatorDriver(*this); }
+        std::string getCurrent() const override { return "left over"; }
+        bool isValid() const override { return false; }
+        void progress() override {}
+    };
+
+    CarelessDriver* getClone() const override { return new CarelessDriver(*this); }
+    Locator<std::string> getLocator() const override
+    {
+        return Locator<std::string>(new LocatorDriver);
+    }
+    Locator<std::string> getReverseLocator() const override { return getLocator(); }
+};
+
 void addVariants()
 {
     QTest::addColumn<QString>("variant");
@@ -72,6 +93,7 @@ private slots:
     void theLabelIsTheNameOfTheDriver();
     void theExactCountOfAGenericCollectionStopsOneElementLater();
     void emptinessAndTheFirstElementReadAtMostOneElement();
+    void whatALocatorAnswersPastItsEndIsNoElement();
     void aCopyIsOneCloneAndDriversAreNeverShared();
     void anAssignedHandleLetsItsDriverGo();
     void aHandleOwnsTheDriverThatItIsGiven();
@@ -235,6 +257,14 @@ void CollectionsTest::emptinessAndTheFirstElementReadAtMostOneElement()
     QCOMPARE(collection.getFirst(), std::string("a"));
     QCOMPARE(counts.reads, 1);
     QCOMPARE(counts.steps, 0);
+}
+
+void CollectionsTest::whatALocatorAnswersPastItsEndIsNoElement()
+{
+    const Collection<std::string> collection(new CarelessDriver);
+    QCOMPARE(collection.getFirst(), std::string());
+    QCOMPARE(collection.getLast(), std::string());
+    QCOMPARE(collection.getAt(0), std::string());
 }
 
 void CollectionsTest::aCopyIsOneCloneAndDriversAreNeverShared()
