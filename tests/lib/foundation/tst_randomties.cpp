@@ -4,13 +4,28 @@
 
 #include <QTest>
 
+#include <deque>
+
+namespace
+{
+
+std::deque<quint64> nextDraws;
+
+} // namespace
+
 namespace Orvex
 {
 
-// The definition of the program goes before that of the library: every draw is a tie.
+// The definition of the program goes before that of the library: what a test has laid out is drawn,
+// and then every draw is a tie.
 quint64 getRandomValue()
 {
-    return 42;
+    if (nextDraws.empty()) {
+        return 42;
+    }
+    const quint64 draw = nextDraws.front();
+    nextDraws.pop_front();
+    return draw;
 }
 
 } // namespace Orvex
@@ -22,9 +37,18 @@ class RandomTiesTest : public QObject
     Q_OBJECT
 
 private slots:
+    void eachElementDrawsItsFirstKeyAndThenItsSecond();
     void elementsThatDrawTheSamePlaceAreAllVisited();
     void aCopyGoesOnInTheSameOrder();
 };
+
+void RandomTiesTest::eachElementDrawsItsFirstKeyAndThenItsSecond()
+{
+    const std::list<std::string> texts{"a", "b", "c"};
+    nextDraws = {5, 1, 4, 9, 4, 2};
+    QCOMPARE(walk(ListCollection<std::string>(texts).getRandomLocator()), QString("c,b,a"));
+    QVERIFY(nextDraws.empty());
+}
 
 void RandomTiesTest::elementsThatDrawTheSamePlaceAreAllVisited()
 {
