@@ -112,6 +112,7 @@ private slots:
     void applyStylesTheApplication();
     void anEnrichedListTellsItsDelegateOfThePointer();
     void anEnrichedComboBoxStaysAnOrdinaryOne();
+    void anEnrichedTreeStaysAnOrdinaryOneAndFollowsThePointer();
     void nothingToEnrichIsPassedOver();
 };
 
@@ -436,6 +437,20 @@ void ThemeTest::anEnrichedComboBoxStaysAnOrdinaryOne()
     QCOMPARE(chosen.count(), 1);
     QCOMPARE(comboBox.count(), 2);
     QCOMPARE(comboBox.findText(QStringLiteral("one")), 0);
+}
+
+void ThemeTest::anEnrichedTreeStaysAnOrdinaryOneAndFollowsThePointer()
+{
+    const Theme theme(Scheme::Light);
+    QTreeWidget tree;
+    QVERIFY(!tree.viewport()->testAttribute(Qt::WA_Hover));
+    theme.enrich(&tree);
+    QVERIFY(tree.viewport()->testAttribute(Qt::WA_Hover));
+    auto* const item = new QTreeWidgetItem(&tree, {QStringLiteral("one")});
+    QSignalSpy chosen(&tree, &QTreeWidget::itemSelectionChanged);
+    item->setSelected(true);
+    QCOMPARE(chosen.count(), 1);
+    QCOMPARE(tree.topLevelItemCount(), 1);
 }
 
 void ThemeTest::nothingToEnrichIsPassedOver()
