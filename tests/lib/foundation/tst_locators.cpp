@@ -5,6 +5,7 @@
 
 #include <limits>
 #include <map>
+#include <new>
 
 using namespace Orvex;
 
@@ -40,6 +41,28 @@ Locator<std::string> take(const Collection<std::string>& collection, Direction d
     return collection.getRandomLocator();
 }
 
+/// An element of which only so many copies can be made, as if the memory came to its end.
+class Fragile
+{
+public:
+    Fragile() { ++alive; }
+    Fragile(const Fragile&)
+    {
+        if (copiesLeft == 0) {
+            throw std::bad_alloc();
+        }
+        --copiesLeft;
+        ++alive;
+    }
+    Fragile& operator=(const Fragile&) = default;
+    ~Fragile() { --alive; }
+
+    static inline int alive = 0;
+    static inline int copiesLeft = -1; // negative: any number
+};
+
+using Snapshot = Locator<Fragile> (*)(const Collection<Fragile>& collection);
+
 void addWalks()
 {
     QTest::addColumn<QString>("variant");
@@ -56,6 +79,8 @@ void addWalks()
 }
 
 } // namespace
+
+Q_DECLARE_METATYPE(Snapshot)
 
 class LocatorsTest : public QObject
 {
@@ -78,6 +103,8 @@ private slots:
     void aSnapshotDoesNotSeeAnElementThatIsAddedLater();
     void aReverseLocatorHoldsWhatItsSourceHadStillBeforeIt();
     void aSnapshotLeavesItsSourceWhereItIs();
+    void aSnapshotThatFailsLeavesNothingBehind_data();
+    void aSnapshotThatFailsLeavesNothingBehind();
     void aRandomWalkVisitsEachElementOnce();
     void randomWalksDiffer();
     void theRandomOrderIsThatOfTheKeys_data();
@@ -239,6 +266,46 @@ void LocatorsTest::aSnapshotLeavesItsSourceWhereItIs()
     const ReverseLocator<std::string> reverse(source);
     const RandomLocator<std::string> random(source);
     QCOMPARE(source.getCurrent(), std::string("a"));
+}
+
+void LocatorsTest::aSnapshotThatFailsLeavesNothingBehind_data()
+{
+    QTest::addColumn<Snapshot>("take");
+    const auto row = [](const char* name, Snapshot take) { QTest::newRow(name) << take; };
+    row("reverse", [](const Collection<Fragile>& collection) -> Locator<Fragile> {
+        return ReverseLocator<Fragile>(collection.getLocator());
+    });
+    row("random", [](const Collection<Fragile>& collection) -> Locator<Fragile> {
+        return RandomLocator<Fragile>(collection.getLocator());
+    });
+    row("copy of a reverse", [](const Collection<Fragile>& collection) {
+        const Locator<Fragile> original = ReverseLocator<Fragile>(collection.getLocator());
+        return Locator<Fragile>(original);
+    });
+    row("copy of a random", [](const Collection<Fragile>& collection) {
+        const Locator<Fragile> original = collection.getRandomLocator();
+        return Locator<Fragile>(original);
+    });
+}
+
+void LocatorsTest::aSnapshotThatFailsLeavesNothingBehind()
+{
+    QFETCH(Snapshot, take);
+    const std::list<Fragile> elements(3);
+    const ListCollection<Fragile> view(elements);
+    int failures = 0;
+    for (bool taken = false; !taken;) {
+        Fragile::copiesLeft = failures;
+        try {
+            const Locator<Fragile> locator = take(view);
+            taken = locator.isValid();
+        } catch (const std::bad_alloc&) {
+            ++failures;
+        }
+        Fragile::copiesLeft = -1;
+        QCOMPARE(Fragile::alive, 3);
+    }
+    QVERIFY(failures >= 3);
 }
 
 void LocatorsTest::aRandomWalkVisitsEachElementOnce()
