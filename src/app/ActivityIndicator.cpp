@@ -73,9 +73,9 @@ QString getPatienceKey()
 
 } // namespace
 
-ActivityIndicator::ActivityIndicator(Board::KSBaseHandler* observed, QWidget* parent)
+ActivityIndicator::ActivityIndicator(Board::KSBaseHandler* observedEngine, QWidget* parent)
     : QWidget(parent)
-    , engine(observed)
+    , engine(observedEngine)
     , icon(new QLabel(this))
     , label(new ElidedLabel(this))
     , lastText(tr("Idle"))
@@ -123,9 +123,12 @@ void ActivityIndicator::observe()
     for (Orvex::ForEachControler<Board::CommandHandler*> loop(handler,
                                                               engine->getCommandHandlers());
          loop.next();) {
-        if (handler->hasFinished() || pendings.value(handler).handler == handler) {
+        // Whether it has its reply is not asked: the worker may be writing that.
+        if (observed.contains(handler)) {
             continue;
         }
+        observed.insert(handler);
+        connect(handler, &QObject::destroyed, this, [this, handler] { observed.remove(handler); });
         pendings[handler] = {handler, getShortForm(Orvex::getReadable(handler->getCommand())),
                              handler->getCommandType(), clock.elapsed()};
         // Queued before whoever waits is told, so that the handler is still there.

@@ -6,6 +6,7 @@
 #include <QElapsedTimer>
 #include <QMap>
 #include <QPointer>
+#include <QSet>
 #include <QTimer>
 #include <QWidget>
 
@@ -32,7 +33,7 @@ class ActivityIndicator : public QWidget
 
 public:
     /// The engine outlives the indicator.
-    ActivityIndicator(Board::KSBaseHandler* observed, QWidget* parent);
+    ActivityIndicator(Board::KSBaseHandler* observedEngine, QWidget* parent);
 
     /// The state in words.
     QString getText() const;
@@ -64,6 +65,8 @@ private:
 
     Board::KSBaseHandler* const engine;
     QMap<Board::CommandHandler*, Pending> pendings;
+    /// Every handler of the queue that has been taken note of; only compared, never followed.
+    QSet<const QObject*> observed;
     QElapsedTimer clock;
     /// When the board tool became free for the command at hand.
     qint64 lastEnd = 0;
