@@ -397,7 +397,7 @@ ConsoleLine ConsoleView::takeLine()
         current.emplace(waiting.front());
         waiting.pop_front();
     }
-    const ConsoleLine line = current->next();
+    ConsoleLine line = current->next();
     if (!current->hasNext()) {
         current.reset();
     }

@@ -167,7 +167,7 @@ void FileSystemBrowser::buildTree()
     QHeaderView* header = tree->header();
     const QLocale locale;
     const QFontMetrics metrics = fontMetrics();
-    const QString longSize = locale.formattedDataSize(1023 * 1023, 1);
+    const QString longSize = locale.formattedDataSize(qint64(1023) * 1023, 1);
     const QString longDate =
         locale.toString(QDateTime(QDate(2000, 12, 28), QTime(22, 58)), QLocale::ShortFormat);
     header->setStretchLastSection(false);

@@ -17,7 +17,7 @@ const QChar slash = QLatin1Char('/');
 /// "~" stands for the home directory, as in a shell.
 QString getExpanded(const QString& typed)
 {
-    const QString path = typed.trimmed();
+    QString path = typed.trimmed();
     if (path == QLatin1String("~") || path.startsWith(QLatin1String("~/"))) {
         return QDir::homePath() + path.mid(1);
     }

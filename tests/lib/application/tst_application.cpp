@@ -22,7 +22,7 @@ void ApplicationTest::thePageIndicesAreNotDisabledAtFirst()
 void ApplicationTest::theCopyrightIsOneLineOfPlainText()
 {
     const Zandu::Application application;
-    const QString text = application.getCopyright(false);
+    const QString& text = application.getCopyright(false);
     QVERIFY(text.startsWith(QStringLiteral("Kestoboard 1.0 ©")));
     QVERIFY(!text.contains(QLatin1Char('\n')));
     QVERIFY(!Qt::mightBeRichText(text));
