@@ -122,6 +122,8 @@ private slots:
     void theButtonsActWhenTheyArePressed();
     void thePageKnowsWhatItsChooserShows();
     void initializingEmptiesTheExportPathAlone();
+    void noSlotActsWhileThePageIsInitialized_data();
+    void noSlotActsWhileThePageIsInitialized();
     void aChangedExportPathIsNoAction();
     void theSlotOfTheExportPathSetsTheErrorHandler();
 
@@ -267,6 +269,39 @@ void TestBitstreamLeaf::initializingEmptiesTheExportPathAlone()
     getNamed<QLineEdit>(*leaf, "exportLineEdit")->setText("/tmp/errors");
     panel.getFolio()->initialize();
     QCOMPARE(getNamed<QLineEdit>(*leaf, "exportLineEdit")->text(), QString("/tmp/errors"));
+}
+
+void TestBitstreamLeaf::noSlotActsWhileThePageIsInitialized_data()
+{
+    QTest::addColumn<QByteArray>("slot");
+    for (const char* slot : {SLOT(onLoad()), SLOT(onReset()), SLOT(onResetLoad()),
+                             SLOT(onPathChange()), SLOT(onProgramFlash())}) {
+        QTest::newRow(slot) << QByteArray(slot);
+    }
+}
+
+void TestBitstreamLeaf::noSlotActsWhileThePageIsInitialized()
+{
+    QFETCH(QByteArray, slot);
+    Bench bench;
+    bench.setScenario(boardA());
+    Panel panel;
+    auto* leaf = panel.find<BitstreamLeaf>();
+    browseTo(*leaf, writeFiles(bench, 1).first());
+    auto* edit = getNamed<QLineEdit>(*leaf, "exportLineEdit");
+    edit->setText("/tmp/errors");
+    // Something that calls the slot when the path is emptied.
+    QVERIFY(connect(edit, SIGNAL(textChanged(const QString&)), leaf, slot.constData()));
+    takeCommands(&bench);
+    ConsoleRecorder console;
+
+    leaf->initialize();
+    QCOMPARE(takeCommands(&bench), QStringList());
+    QCOMPARE(console.getLines(), QStringList());
+    QCOMPARE(getStored(), QStringList());
+    // The same path typed by a person is heard.
+    edit->setText("/tmp/errors");
+    QVERIFY(!takeCommands(&bench).isEmpty());
 }
 
 void TestBitstreamLeaf::aChangedExportPathIsNoAction()

@@ -150,6 +150,7 @@ private slots:
 
     void aRefusedReadIsAFalseRow();
     void aReplyOfTenMegabytesIsRead();
+    void aReplyOfThousandsOfChannelsIsShown();
     void withoutAFolioNothingHappens();
     void theWindowMayBeDeletedInTheWaitOfAFill();
     void theWindowMayBeDeletedInTheWaitOfAnInitialization();
@@ -803,6 +804,23 @@ void TestMonitoringLeaf::aReplyOfTenMegabytesIsRead()
     QCOMPARE(getRows(*leaf), QStringList("V|1|2"));
     leaf->fillMonitoringTable();
     QCOMPARE(countLabels(*leaf), 3 + 1 + 2);
+}
+
+void TestMonitoringLeaf::aReplyOfThousandsOfChannelsIsShown()
+{
+    const int count = 2000;
+    QByteArray lines;
+    for (int number = 0; number < count; ++number) {
+        lines += "Channel " + QByteArray::number(number) + ": 1 2\n";
+    }
+    Bench bench;
+    bench.setScenario(boardA() + monitor(lines));
+    Panel panel;
+    auto* leaf = panel.find<MonitoringLeaf>();
+    leaf->initialize();
+    QCOMPARE(getRows(*leaf).size(), count);
+    QCOMPARE(getRows(*leaf).last(), QString("Channel %1|1|2").arg(count - 1));
+    QCOMPARE(countLabels(*leaf), 3 + 3 * count);
 }
 
 void TestMonitoringLeaf::withoutAFolioNothingHappens()
