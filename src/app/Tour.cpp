@@ -69,7 +69,7 @@ QByteArray makeBitstream()
     QByteArray bytes(bitstreamSize, '\0');
     for (int index = 0; index < bytes.size(); ++index) {
         // Any pattern does; this one does not compress to nothing.
-        bytes[index] = static_cast<char>((index * index) >> 5);
+        bytes[index] = static_cast<char>((index ^ (index >> 7)) & 0xff);
     }
     return bytes;
 }
