@@ -48,6 +48,9 @@ int refuse(const QString& sentence)
 std::unique_ptr<Kestoboard::PanelApplication> makeApplication(int& argc, char** argv)
 {
     const Kestoboard::DisplayGuard guard;
+    // Sharp icons on a dense screen; both have to be said before the application exists.
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     return std::make_unique<Kestoboard::PanelApplication>(argc, argv);
 }
 
