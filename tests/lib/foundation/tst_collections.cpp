@@ -404,6 +404,11 @@ void CollectionsTest::aTailBeginsAtTheFirstOccurrence()
     const FromCollection<std::string> fromB(ListCollection<std::string>(simple), "b");
     QCOMPARE(walk(fromB), QString("b,c"));
     QCOMPARE(walk(fromB.getReverseLocator()), QString("c,b"));
+
+    const std::list<std::string> pieces{"", "a", ""};
+    QCOMPARE(walk(FromCollection<std::string>(ListCollection<std::string>(pieces), "a")),
+             QString("a,"));
+    QVERIFY(FromCollection<std::string>(ListCollection<std::string>(pieces), "z").isEmpty());
 }
 
 void CollectionsTest::aTailOfANullSourceIsEmpty()

@@ -63,14 +63,16 @@ public:
 
 using Snapshot = Locator<Fragile> (*)(const Collection<Fragile>& collection);
 
-void addWalks()
+/// The walks over so many elements.
+void addWalks(int count)
 {
     QTest::addColumn<QString>("variant");
     QTest::addColumn<int>("direction");
     for (const QString& name : Variants::getNames()) {
         for (const NamedDirection& named : directions) {
             // The counted collection has no guard of its own at the end.
-            if (name != "counted" || named.direction != Direction::Forward) {
+            const bool guarded = name != "counted" || named.direction != Direction::Forward;
+            if (guarded && Variants::canHold(name, count)) {
                 QTest::addRow("%s, %s", qPrintable(name), named.name)
                     << name << static_cast<int>(named.direction);
             }
@@ -87,13 +89,13 @@ class LocatorsTest : public QObject
     Q_OBJECT
 
 private slots:
-    void aLocatorAtItsEndStaysThere_data() { addWalks(); }
+    void aLocatorAtItsEndStaysThere_data() { addWalks(3); }
     void aLocatorAtItsEndStaysThere();
-    void aLocatorOverNothingIsInvalidFromTheStart_data() { addWalks(); }
+    void aLocatorOverNothingIsInvalidFromTheStart_data() { addWalks(0); }
     void aLocatorOverNothingIsInvalidFromTheStart();
-    void aCopyWalksOnFromTheSamePosition_data() { addWalks(); }
+    void aCopyWalksOnFromTheSamePosition_data() { addWalks(3); }
     void aCopyWalksOnFromTheSamePosition();
-    void readingTwiceGivesTheSame_data() { addWalks(); }
+    void readingTwiceGivesTheSame_data() { addWalks(3); }
     void readingTwiceGivesTheSame();
     void anArrayIsWalkedBackwardsPastZero();
     void aReverseLocatorOverAnEmptyListIsInvalid();
@@ -136,9 +138,6 @@ void LocatorsTest::aLocatorOverNothingIsInvalidFromTheStart()
 {
     QFETCH(QString, variant);
     QFETCH(int, direction);
-    if (!Variants::canHold(variant, 0)) {
-        return;
-    }
     Variants variants({});
     Locator<std::string> locator = take(variants.show(variant), static_cast<Direction>(direction));
     QVERIFY(!locator.isNull());
