@@ -19,6 +19,8 @@ using Outcome = Kestoboard::ReplyVerdict::Outcome;
 using Test::Bench;
 using Test::Panel;
 
+Q_DECLARE_METATYPE(Outcome)
+
 class TestActivityIndicator : public QObject
 {
     Q_OBJECT
@@ -250,8 +252,6 @@ void TestActivityIndicator::aQueueIsToldInItsOrder()
     QTRY_VERIFY2(indicator->getText().startsWith("\"board set force_bit off\" "),
                  qPrintable(indicator->getText()));
 }
-
-Q_DECLARE_METATYPE(Outcome)
 
 KESTOBOARD_TEST_MAIN(TestActivityIndicator)
 #include "tst_activity_indicator.moc"

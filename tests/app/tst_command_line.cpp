@@ -11,6 +11,8 @@ using Kestoboard::CommandLine;
 using Kestoboard::Options;
 using Kestoboard::SimulatedTool;
 
+Q_DECLARE_METATYPE(CommandLine::Action)
+
 namespace
 {
 
@@ -188,8 +190,6 @@ void TestCommandLine::aRefusalSaysWhy()
     QCOMPARE(line.getAction(), CommandLine::Action::Refuse);
     QVERIFY2(line.getText().contains(reason), qPrintable(line.getText()));
 }
-
-Q_DECLARE_METATYPE(CommandLine::Action)
 
 KESTOBOARD_TEST_MAIN(TestCommandLine)
 #include "tst_command_line.moc"

@@ -20,6 +20,8 @@
 using Kestoboard::StartFailure;
 using Test::Bench;
 
+Q_DECLARE_METATYPE(std::function<void()>)
+
 namespace
 {
 
@@ -153,8 +155,6 @@ void TestStartFailure::aDirectoryIsTakenOnce()
     second.release();
     QVERIFY(QDir().isEmpty());
 }
-
-Q_DECLARE_METATYPE(std::function<void()>)
 
 KESTOBOARD_TEST_MAIN(TestStartFailure)
 #include "tst_start_failure.moc"
