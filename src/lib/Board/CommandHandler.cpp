@@ -120,7 +120,7 @@ bool CommandHandler::_hasRecord() const
 
 Orvex::Slot* CommandHandler::_getSlot() const
 {
-    return new Orvex::StandardSlot<CommandHandler*>(const_cast<CommandHandler*>(this));
+    return new Orvex::StandardSlot<CommandHandler*>(this);
 }
 
 Orvex::Record* CommandHandler::_getRecord() const

@@ -729,7 +729,7 @@ bool KSBaseHandler::_hasRecord() const
 
 Orvex::Slot* KSBaseHandler::_getSlot() const
 {
-    return new Orvex::StandardSlot<KSBaseHandler*>(const_cast<KSBaseHandler*>(this));
+    return new Orvex::StandardSlot<KSBaseHandler*>(this);
 }
 
 Orvex::Record* KSBaseHandler::_getRecord() const

@@ -103,7 +103,7 @@ bool Tamsa::_hasRecord() const
 
 Orvex::Slot* Tamsa::_getSlot() const
 {
-    return new Orvex::StandardSlot<Tamsa*>(const_cast<Tamsa*>(this));
+    return new Orvex::StandardSlot<Tamsa*>(this);
 }
 
 Orvex::Record* Tamsa::_getRecord() const
