@@ -221,6 +221,17 @@ void playLeaveAtStart(Actor* actor)
     });
 }
 
+void playTellChoice(Actor* actor)
+{
+    actor->when(
+        [] { return isIdle() && !Kestoboard::getChosenBitstream(*getPanelWindow()).isEmpty(); },
+        [] {
+            say(qPrintable(QStringLiteral("chosen ") +
+                           Kestoboard::getChosenBitstream(*getPanelWindow())));
+            closeWindow();
+        });
+}
+
 void playThrow(Actor* actor, const Actor::Action& action)
 {
     actor->when(isIdle, action).when(isIdle, [] {
@@ -238,6 +249,7 @@ void play(Actor* actor, const QString& part)
         {QStringLiteral("leave-during-command"), playLeaveDuringCommand},
         {QStringLiteral("leave-at-start"), playLeaveAtStart},
         {QStringLiteral("stay"), playStay},
+        {QStringLiteral("tell-choice"), playTellChoice},
         {QStringLiteral("quit-event"),
          [](Actor* a) {
              a->when(isIdle, [] { QCoreApplication::postEvent(qApp, new QEvent(QEvent::Quit)); });

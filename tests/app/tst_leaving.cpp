@@ -1,4 +1,5 @@
-// Leaving the panel by its window, and what happens when a slot fails.
+// The panel with somebody at its controls: leaving by its window, failing slots, a file to begin
+// with.
 
 #include "Program.h"
 #include "support/Bench.h"
@@ -23,6 +24,7 @@ private slots:
     void leavingDuringAnotherCommandAsksNothing();
     void leavingWhileTheToolIsSilentAtTheStart();
     void theDesktopsRequestToEndIsFollowed();
+    void aBitstreamOnTheCommandLineIsChosenAndNotLoaded();
     void anExceptionThatLeavesASlotIsReported_data();
     void anExceptionThatLeavesASlotIsReported();
 
@@ -119,6 +121,13 @@ void TestLeaving::theDesktopsRequestToEndIsFollowed()
 {
     play("quit-event");
     QCOMPARE(program->getSetting("ScopeLeaf/frequencyUnit").toString(), QString("MHz"));
+}
+
+void TestLeaving::aBitstreamOnTheCommandLineIsChosenAndNotLoaded()
+{
+    play("tell-choice", {"design.ksb"});
+    QVERIFY(program->getOutput().contains("chosen " + bench->getPath("design.ksb") + "\n"));
+    QVERIFY(bench->getJournal().filter("chip bitstream").isEmpty());
 }
 
 void TestLeaving::anExceptionThatLeavesASlotIsReported_data()
