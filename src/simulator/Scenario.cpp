@@ -39,6 +39,7 @@ Scenario Scenario::getBuiltIn()
     BoardSetup board;
     board.name = "KS-Dev 1 Aurora";
     board.identifier = "0x534B0001";
+    board.selected = true;
     board.channels = {makeSupply("VCore", 1.0, 0.35), makeSupply("VAux", 1.8, 0.12),
                       makeSupply("VIO", 3.3, 0.08), makeTemperature()};
 

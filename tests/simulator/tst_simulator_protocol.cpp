@@ -99,7 +99,7 @@ void TestSimulatorProtocol::withoutAScenarioThereIsOneBoard()
     tool.useNoScenario();
     tool.start();
     QCOMPARE(tool.ask("board list"), QByteArray("Boards connected: 1\n"
-                                                "- 0x534B0001 KS-Dev 1 Aurora\n"
+                                                "* 0x534B0001 KS-Dev 1 Aurora\n"
                                                 "COMMAND SUCCEEDED\n"));
     QCOMPARE(tool.ask("board select 0"), QByteArray("OK\nCOMMAND SUCCEEDED\n"));
     QCOMPARE(tool.ask("board get mode"), QByteArray("Jtag only\nCOMMAND SUCCEEDED\n"));
