@@ -62,7 +62,7 @@ const std::chrono::milliseconds toolEndTime = 1000ms;
 /// How long the destructor waits for the worker before it looks again at what the worker asks for.
 const std::chrono::milliseconds workerServeStep = 1ms;
 
-const std::uint64_t secondsPerDay = 24 * 60 * 60;
+const std::uint64_t secondsPerDay = 24ULL * 60 * 60;
 
 using OwnedCommandHandler = std::unique_ptr<CommandHandler, CommandHandler::Destroyer>;
 
