@@ -154,7 +154,7 @@ void ActivityIndicator::finish(Board::CommandHandler* handler)
 
 void ActivityIndicator::tellEnd(const Pending& pending, const std::string& reply)
 {
-    const ReplyVerdict verdict = ReplyVerdict::fromReply(reply);
+    const ReplyVerdict verdict = ReplyVerdict::fromReply(pending.command.toStdString(), reply);
     // The Monitoring page itself shows what came of its readings.
     if (pending.type == Type::Monitor ||
         (pending.type == Type::Refresh && verdict.outcome == ReplyVerdict::Outcome::Succeeded)) {

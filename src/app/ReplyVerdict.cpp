@@ -19,6 +19,20 @@ QString tr(const char* text)
     return QCoreApplication::translate("Kestoboard::ReplyVerdict", text);
 }
 
+bool isLoad(const std::string& command)
+{
+    return command.rfind("chip bitstream load ", 0) == 0;
+}
+
+/// A load is judged by its counters as on the console: it may end with errors and the mark of
+/// success.
+ReplyVerdict::Outcome getLoadOutcome(const std::string& reply)
+{
+    const bool isFaultless = reply.find("Counters: 0 exception(s), 0 read32 timeout(s), "
+                                        "0 32bit word(s) read in error") != std::string::npos;
+    return isFaultless ? ReplyVerdict::Outcome::Succeeded : ReplyVerdict::Outcome::Failed;
+}
+
 ReplyVerdict::Outcome getOutcome(const std::string& reply)
 {
     const std::size_t success = reply.rfind(successMark);
@@ -40,7 +54,8 @@ QString getReason(const std::string& reply)
         if (words.startsWith(QLatin1String("error"), Qt::CaseInsensitive)) {
             return words;
         }
-        if (!words.isEmpty() && !words.contains(QLatin1String(failureMark))) {
+        if (!words.isEmpty() && !words.contains(QLatin1String(failureMark)) &&
+            !words.contains(QLatin1String(successMark))) {
             last = words;
         }
     }
@@ -69,10 +84,10 @@ QString getHint(const QString& reason)
 
 } // namespace
 
-ReplyVerdict ReplyVerdict::fromReply(const std::string& reply)
+ReplyVerdict ReplyVerdict::fromReply(const std::string& command, const std::string& reply)
 {
     ReplyVerdict verdict;
-    verdict.outcome = getOutcome(reply);
+    verdict.outcome = isLoad(command) ? getLoadOutcome(reply) : getOutcome(reply);
     if (verdict.outcome == Outcome::Failed) {
         verdict.reason = getReason(reply);
         verdict.hint = getHint(verdict.reason);

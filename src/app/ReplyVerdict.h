@@ -12,8 +12,8 @@ namespace Kestoboard
 struct ReplyVerdict {
     enum class Outcome { Succeeded, Failed, Unknown };
 
-    /// Reads a whole reply. The later of the two end marks counts.
-    static ReplyVerdict fromReply(const std::string& reply);
+    /// Reads a whole reply. The counters of a load count, else the later of the two end marks.
+    static ReplyVerdict fromReply(const std::string& command, const std::string& reply);
 
     Outcome outcome = Outcome::Unknown;
     /// The line of a failed reply that says why, as the tool wrote it; empty when there is none.

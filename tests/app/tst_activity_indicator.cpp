@@ -30,6 +30,8 @@ private slots:
     void cleanup();
     void theLaterMarkOfAReplyIsItsVerdict_data();
     void theLaterMarkOfAReplyIsItsVerdict();
+    void theCountersOfALoadAreItsVerdict_data();
+    void theCountersOfALoadAreItsVerdict();
     void aFailureHasItsReasonAndAHint_data();
     void aFailureHasItsReasonAndAHint();
     void aLateAnswerIsTold();
@@ -99,7 +101,34 @@ void TestActivityIndicator::theLaterMarkOfAReplyIsItsVerdict()
 {
     QFETCH(QString, reply);
     QFETCH(Outcome, outcome);
-    QCOMPARE(ReplyVerdict::fromReply(reply.toStdString()).outcome, outcome);
+    QCOMPARE(ReplyVerdict::fromReply("board list", reply.toStdString()).outcome, outcome);
+}
+
+void TestActivityIndicator::theCountersOfALoadAreItsVerdict_data()
+{
+    QTest::addColumn<QString>("reply");
+    QTest::addColumn<Outcome>("outcome");
+    QTest::addColumn<QString>("reason");
+    const QString zeros = QStringLiteral(
+        "Counters: 0 exception(s), 0 read32 timeout(s), 0 32bit word(s) read in error");
+    const QString errors = QStringLiteral(
+        "Counters: 1 exception(s), 0 read32 timeout(s), 12 32bit word(s) read in error");
+    QTest::newRow("no errors") << zeros + "\nCOMMAND SUCCEEDED\n" << Outcome::Succeeded << "";
+    QTest::newRow("no errors, but the mark of failure") << zeros + "\nCOMMAND FAILED\n"
+                                                        << Outcome::Succeeded << "";
+    QTest::newRow("errors") << errors + "\nCOMMAND SUCCEEDED\n" << Outcome::Failed << errors;
+    QTest::newRow("no counters") << "Sent\nCOMMAND SUCCEEDED\n" << Outcome::Failed << "Sent";
+    QTest::newRow("refused") << "Error: Is a directory\nCOMMAND FAILED\n"
+                             << Outcome::Failed << "Error: Is a directory";
+}
+
+void TestActivityIndicator::theCountersOfALoadAreItsVerdict()
+{
+    QFETCH(QString, reply);
+    const ReplyVerdict verdict =
+        ReplyVerdict::fromReply("chip bitstream load x.ksb", reply.toStdString());
+    QTEST(verdict.outcome, "outcome");
+    QTEST(verdict.reason, "reason");
 }
 
 void TestActivityIndicator::aFailureHasItsReasonAndAHint_data()
@@ -135,7 +164,7 @@ void TestActivityIndicator::aFailureHasItsReasonAndAHint()
     QFETCH(QString, reply);
     QFETCH(QString, reason);
     QFETCH(QString, hint);
-    const ReplyVerdict verdict = ReplyVerdict::fromReply(reply.toStdString());
+    const ReplyVerdict verdict = ReplyVerdict::fromReply("board list", reply.toStdString());
     QCOMPARE(verdict.reason, reason);
     QVERIFY2(verdict.hint.contains(hint), qPrintable(verdict.hint));
     QCOMPARE(verdict.hint.isEmpty(), hint.isEmpty());
