@@ -105,6 +105,14 @@ bool isScenario(const QString& argument)
            SimulatedTool::getScenarioNames().contains(argument);
 }
 
+/// Whether the argument is a plain word that no file bears: the name of a scenario, misspelt.
+bool isUnknownWord(const QString& argument)
+{
+    return !argument.isEmpty() && !argument.startsWith(QLatin1Char('-')) &&
+           !argument.contains(QLatin1Char('.')) && !argument.contains(QLatin1Char('/')) &&
+           !QFileInfo::exists(argument);
+}
+
 /// Gives --simulate and its optional argument the form that the parser knows.
 QStringList separateScenario(const QStringList& arguments)
 {
@@ -114,7 +122,7 @@ QStringList separateScenario(const QStringList& arguments)
         if (argument.startsWith(QLatin1String(simulatePrefix))) {
             separated << QStringLiteral("--simulate") << QStringLiteral("--scenario")
                       << argument.mid(static_cast<int>(qstrlen(simulatePrefix)));
-        } else if (isAfterSimulate && isScenario(argument)) {
+        } else if (isAfterSimulate && (isScenario(argument) || isUnknownWord(argument))) {
             separated << QStringLiteral("--scenario") << argument;
         } else {
             separated << argument;

@@ -171,6 +171,8 @@ void TestCommandLine::aRefusalSaysWhy_data()
                                   << "There is no directory \"nowhere\"";
     QTest::newRow("a file as directory")
         << QStringList{"--directory", "design.ksb"} << "There is no directory \"design.ksb\"";
+    QTest::newRow("a misspelt scenario")
+        << QStringList{"--simulate", "three-board"} << "There is no scenario \"three-board\"";
     QTest::newRow("no scenario") << QStringList{"--simulate=many-boards"}
                                  << "There is no scenario \"many-boards\"";
     QTest::newRow("no scenario file")
