@@ -1,7 +1,8 @@
 # What every target of the tree has in common, and the two shapes that targets come in.
 
 option(KESTOBOARD_WERROR "Treat compiler warnings as errors" OFF)
-option(KESTOBOARD_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
+set(KESTOBOARD_SANITIZE "" CACHE STRING
+    "Sanitizers to build with, as the compiler names them: address,undefined or thread")
 
 # kestoboard_language(TARGET): language level, warnings and sanitizers.
 function(kestoboard_language target)
@@ -16,8 +17,11 @@ function(kestoboard_language target)
     endif()
     if(KESTOBOARD_SANITIZE)
         target_compile_options(${target} PRIVATE
-            -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
-        target_link_options(${target} PRIVATE -fsanitize=address,undefined)
+            -fsanitize=${KESTOBOARD_SANITIZE} -fno-omit-frame-pointer)
+        target_link_options(${target} PRIVATE -fsanitize=${KESTOBOARD_SANITIZE})
+        if(KESTOBOARD_SANITIZE MATCHES "undefined")
+            target_compile_options(${target} PRIVATE -fno-sanitize-recover=undefined)
+        endif()
     endif()
 endfunction()
 
@@ -62,12 +66,17 @@ function(kestoboard_library name)
         DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/kestoboard/${arg_FOLDER})
 endfunction()
 
-# kestoboard_test(NAME SOURCES ... [LIBRARIES ...] [LABELS ...])
+# kestoboard_test(NAME [LONG] SOURCES ... [LIBRARIES ...] [LABELS ...])
 #
 # A Qt Test program of that name, run by CTest without a display. Tests may write texts plainly: a
-# literal is UTF-8.
+# literal is UTF-8. LONG says that the program has a thorough form as well, which `./test --long` runs.
 function(kestoboard_test name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES;LABELS")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "LONG" "" "SOURCES;LIBRARIES;LABELS")
+    set(timeout 600)
+    if(arg_LONG)
+        list(APPEND arg_LABELS long)
+        set(timeout 7200)
+    endif()
     add_executable(${name} ${arg_SOURCES})
     kestoboard_language(${name})
     set_target_properties(${name} PROPERTIES
@@ -77,7 +86,7 @@ function(kestoboard_test name)
     add_test(NAME ${name} COMMAND ${name})
     # The time limit only ends a hanging run; it is far above what the slowest test needs.
     set_tests_properties(${name} PROPERTIES
-        TIMEOUT 600
+        TIMEOUT ${timeout}
         ENVIRONMENT "${KESTOBOARD_TEST_ENVIRONMENT}"
         LABELS "${arg_LABELS}")
 endfunction()

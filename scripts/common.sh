@@ -89,6 +89,8 @@ build_preset() { # PRESET
     local preset=$1 log=$root/build/$1-configure.log
     local -a options=("-DKESTOBOARD_WERROR=${KESTOBOARD_WERROR:-OFF}")
     if command -v ccache >/dev/null; then
+        # Copies of the tree in different places share what is compiled.
+        export CCACHE_BASEDIR=$root CCACHE_NOHASHDIR=1
         options+=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
     fi
     mkdir -p "$root/build" ||

@@ -132,6 +132,14 @@ start test --asan
 check "test --asan takes the other preset" called "ctest --preset asan -j2"
 
 set_up
+start test --tsan
+check "test --tsan takes the other preset" called "ctest --preset tsan -j2"
+
+set_up
+start test --long
+check "test --long runs what has a thorough form" called "ctest --preset dev -j2 -L long"
+
+set_up
 fake ctest 'exit 8'
 start test
 check "failing tests fail" gives_up_with "Tests failed"
