@@ -1,0 +1,43 @@
+#ifndef BENCHMARKS_TOOLPIPES_H
+#define BENCHMARKS_TOOLPIPES_H
+
+#include <cstdio>
+#include <string>
+
+#include <sys/types.h>
+
+namespace Bench
+{
+
+/// The least that a client of the board tool can be: the tool as a child with two pipes, its
+/// replies gathered until an end mark stands in them, and the transcript that the panel writes too.
+///
+/// Whatever fails ends the process: there is nothing to measure then.
+class ToolPipes
+{
+public:
+    /// Starts the tool that is first on the search path; the transcript is in the current
+    /// directory.
+    ToolPipes();
+    /// Ends the tool's input and waits for its end.
+    ~ToolPipes();
+    ToolPipes(const ToolPipes&) = delete;
+    ToolPipes& operator=(const ToolPipes&) = delete;
+
+    /// Sends a command and returns when its whole reply is in; valid until the next one.
+    const std::string& exchange(const std::string& command);
+
+private:
+    void start(int toTool[2], int fromTool[2]);
+    void log(const char* bytes, std::size_t count);
+
+    pid_t tool;
+    int input;
+    int output;
+    std::FILE* transcript;
+    std::string reply;
+};
+
+} // namespace Bench
+
+#endif

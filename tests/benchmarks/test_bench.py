@@ -1,0 +1,77 @@
+import contextlib
+import io
+import pathlib
+import sys
+import tempfile
+import unittest
+
+import context
+import bench
+import workshop
+from questions import load_questions
+
+#: Prints the next number of a file beside its working directory, and what it runs on.
+COUNTING = """
+import json, os, pathlib, sys
+counter = pathlib.Path(sys.argv[1])
+number = int(counter.read_text() or 0) + 1 if counter.exists() else 1
+counter.write_text(str(number))
+print("said before")
+print(json.dumps({"number": number, "cores": len(os.sched_getaffinity(0)),
+                  "files": len(os.listdir("."))}))
+"""
+
+
+class Contests(unittest.TestCase):
+    def setUp(self):
+        self.place = pathlib.Path(self.enterContext(tempfile.TemporaryDirectory()))
+        self.shop = self.enterContext(workshop.Workshop(context.TREE, self.place / "build"))
+
+    def counting(self, name, one_core=False):
+        return workshop.Contestant(name, (sys.executable, "-c", COUNTING, str(self.place / "count")),
+                                   one_core)
+
+    def test_theyTakeTurnsInBothOrders(self):
+        medians = self.shop.contest([self.counting("a"), self.counting("b")], rounds=3)
+        # a 1, b 2; b 3, a 4; a 5, b 6
+        self.assertEqual(medians["a"]["number"], 4)
+        self.assertEqual(medians["b"]["number"], 3)
+
+    def test_eachHasAnEmptyDirectory(self):
+        self.assertEqual(self.shop.run(self.counting("a"))["files"], 0)
+
+    def test_oneCanBeKeptOnOneCore(self):
+        self.assertEqual(self.shop.run(self.counting("a", one_core=True))["cores"], 1)
+
+    def test_oneThatFailsIsNamed(self):
+        failing = workshop.Contestant(
+            "the failing one", (sys.executable, "-c", "raise SystemExit('no luck')"))
+        with self.assertRaisesRegex(workshop.ContestantFailed, "the failing one.*\n.*no luck"):
+            self.shop.run(failing)
+        missing = workshop.Contestant("the missing one", (str(self.place / "nothing"),))
+        with self.assertRaisesRegex(workshop.ContestantFailed, "the missing one"):
+            self.shop.run(missing)
+
+    def test_aTrialIsSmallAndRunsOnce(self):
+        self.assertEqual((self.shop.size(1000, 10), self.shop.rounds()), (1000, 9))
+        trial = workshop.Workshop(context.TREE, self.place, quick=True)
+        self.assertEqual((trial.size(1000, 10), trial.rounds(3)), (10, 1))
+
+
+class CommandLine(unittest.TestCase):
+    def test_everyQuestionHasItsTableInTheDocument(self):
+        text = bench.DOCUMENT.read_text(encoding="utf-8")
+        for name in load_questions():
+            self.assertEqual(text.count(f"<!-- bench {name} -->\n"), 1, name)
+
+    def test_aMisspeltQuestionIsRefusedWithTheNamesOfAll(self):
+        said = io.StringIO()
+        with contextlib.redirect_stderr(said), self.assertRaises(SystemExit) as end:
+            bench.main(["round-tripp"])
+        self.assertEqual(end.exception.code, 2)
+        self.assertIn("no question 'round-tripp'", said.getvalue())
+        self.assertIn("round-trip", said.getvalue())
+
+
+if __name__ == "__main__":
+    unittest.main()
