@@ -1,5 +1,7 @@
 # What every target of the tree has in common, and the two shapes that targets come in.
 
+include(CheckLinkerFlag)
+
 option(KESTOBOARD_WERROR "Treat compiler warnings as errors" OFF)
 set(KESTOBOARD_SANITIZE "" CACHE STRING
     "Sanitizers to build with, as the compiler names them: address,undefined or thread")
@@ -49,6 +51,7 @@ function(kestoboard_library name)
     add_library(${name} SHARED ${arg_SOURCES} ${arg_HEADERS})
     add_library(Board::${name} ALIAS ${name})
     kestoboard_common(${name})
+    kestoboard_precompile(${name} strict)
     set_target_properties(${name} PROPERTIES
         AUTOMOC ON
         AUTORCC ON
@@ -66,10 +69,14 @@ function(kestoboard_library name)
         DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/kestoboard/${arg_FOLDER})
 endfunction()
 
+# The programs of the tests are many and each is linked after each change, so the fastest linker counts.
+check_linker_flag(CXX -fuse-ld=gold KESTOBOARD_HAS_GOLD)
+
 # kestoboard_test(NAME [LONG] SOURCES ... [LIBRARIES ...] [LABELS ...])
 #
 # A Qt Test program of that name, run by CTest without a display. Tests may write texts plainly: a
-# literal is UTF-8. LONG says that the program has a thorough form as well, which `./test --long` runs.
+# literal is UTF-8. Each source ends with the inclusion of its own <stem>.moc. LONG says that the
+# program has a thorough form as well, which `./test --long` runs.
 function(kestoboard_test name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "LONG" "" "SOURCES;LIBRARIES;LABELS")
     set(timeout 600)
@@ -79,10 +86,21 @@ function(kestoboard_test name)
     endif()
     add_executable(${name} ${arg_SOURCES})
     kestoboard_language(${name})
+    kestoboard_precompile(${name} plain)
     set_target_properties(${name} PROPERTIES
-        AUTOMOC ON
         RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/tests")
-    target_link_libraries(${name} PRIVATE Qt5::Test ${arg_LIBRARIES})
+    target_link_libraries(${name} PRIVATE Qt5::Test Qt5::Widgets ${arg_LIBRARIES})
+    if(KESTOBOARD_HAS_GOLD)
+        target_link_options(${name} PRIVATE -fuse-ld=gold)
+    endif()
+    # One run of moc a source: looking for what needs it costs more than the run.
+    target_include_directories(${name} PRIVATE ${CMAKE_CURRENT_BINARY_DIR})
+    foreach(source IN LISTS arg_SOURCES)
+        get_filename_component(stem ${source} NAME_WE)
+        set(moc ${CMAKE_CURRENT_BINARY_DIR}/${stem}.moc)
+        qt5_generate_moc(${source} ${moc})
+        set_property(SOURCE ${source} APPEND PROPERTY OBJECT_DEPENDS ${moc})
+    endforeach()
     add_test(NAME ${name} COMMAND ${name})
     # The time limit only ends a hanging run; it is far above what the slowest test needs.
     set_tests_properties(${name} PROPERTIES
