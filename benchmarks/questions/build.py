@@ -24,8 +24,7 @@ def answer(shop):
 def build_and_test(shop, build):
     # Compiled anew, whatever a cache may have.
     environment = {**os.environ, "CCACHE_DISABLE": "1"}
-    run(environment, "cmake", "-S", str(shop.tree), "-B", str(build), "-G", "Ninja",
-        "-DCMAKE_BUILD_TYPE=Debug", "-DBUILD_TESTING=ON")
+    run(environment, "cmake", "-S", str(shop.tree), "--preset", "dev", "-B", str(build))
     targets = ("--target", "Orvex") if shop.quick else ()
     built = run(environment, "cmake", "--build", str(build), "-j2", *targets)
     rows = [Row("a full build with the tests, two jobs", built, "s", (), LIMIT_SECONDS)]
