@@ -1,5 +1,7 @@
 #include "app/BitstreamPath.h"
 
+#include <foundation/PlainText.h>
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
@@ -20,8 +22,8 @@ QString tr(const char* text)
 QString getBitstreamComplaint(const QString& path)
 {
     const QFileInfo file(path);
-    const QString shown = QDir::toNativeSeparators(path).simplified();
-    if (path.contains(QLatin1Char('\n'))) {
+    const QString shown = Orvex::getVisible(QDir::toNativeSeparators(path));
+    if (!Orvex::isOneLine(path)) {
         // The board tool takes one line as one command.
         return tr("The path \"%1\" holds a line break, which the board tool cannot take: rename "
                   "the file or its directory.")

@@ -1,5 +1,7 @@
 #include "app/ConsolePrinter.h"
 
+#include "app/StartFailure.h"
+
 #include <foundation/Console.h>
 #include <foundation/Encoding.h>
 
@@ -23,10 +25,10 @@ ConsolePrinter::ConsolePrinter(QObject* parent)
 
 void ConsolePrinter::print(const Orvex::Message& message)
 {
-    texts += Orvex::getReadable(message.text);
-    const std::string line =
-        std::string(static_cast<std::size_t>(message.depth * blanksPerStep), ' ') + message.text;
-    std::puts(line.c_str());
+    const QString text = Orvex::getReadable(message.text);
+    texts += text;
+    const QString indent(message.depth * blanksPerStep, QLatin1Char(' '));
+    std::puts(getTerminalText(indent + text).constData());
     std::fflush(stdout);
 }
 

@@ -2,6 +2,8 @@
 
 #include "app/Display.h"
 
+#include <foundation/PlainText.h>
+
 #include <QApplication>
 #include <QProcess>
 #include <QStandardPaths>
@@ -9,6 +11,13 @@
 
 namespace Kestoboard
 {
+
+QString getNoticeBody(const QString& sentence)
+{
+    return Orvex::getVisible(sentence)
+        .replace(QLatin1Char('\\'), QLatin1String("\\\\"))
+        .toHtmlEscaped();
+}
 
 void notify(QWidget* window, const QString& sentence)
 {
@@ -19,8 +28,8 @@ void notify(QWidget* window, const QString& sentence)
     const QString program = QStandardPaths::findExecutable(QStringLiteral("notify-send"));
     if (!program.isEmpty()) {
         QProcess::startDetached(program, {QStringLiteral("--app-name=Kestoboard"),
-                                          QStringLiteral("--icon=kestoboard"),
-                                          QStringLiteral("Kestoboard"), sentence});
+                                          QStringLiteral("--icon=kestoboard"), QStringLiteral("--"),
+                                          QStringLiteral("Kestoboard"), getNoticeBody(sentence)});
     }
 }
 

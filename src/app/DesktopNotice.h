@@ -12,6 +12,10 @@ namespace Kestoboard
 /// that they are at.
 void notify(QWidget* window, const QString& sentence);
 
+/// The sentence as the desktop has to be given it: the notification takes markup, and the program
+/// that hands it over takes escapes.
+QString getNoticeBody(const QString& sentence);
+
 } // namespace Kestoboard
 
 #endif

@@ -29,7 +29,7 @@ void onMessage(QtMsgType type, const QMessageLogContext& /*context*/, const QStr
                                    "session, or save pictures of its pages with --tour DIR."));
         endProcess(EXIT_FAILURE);
     }
-    std::fprintf(stderr, "%s\n", qPrintable(message));
+    std::fprintf(stderr, "%s\n", getTerminalText(message).constData());
 }
 
 } // namespace

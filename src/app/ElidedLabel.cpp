@@ -1,5 +1,7 @@
 #include "app/ElidedLabel.h"
 
+#include <foundation/PlainText.h>
+
 #include <QStyle>
 #include <QStylePainter>
 
@@ -24,7 +26,7 @@ void ElidedLabel::setLine(const QString& line)
 {
     setText(line.simplified());
     setAccessibleName(line);
-    setToolTip(line.toHtmlEscaped());
+    setToolTip(Orvex::getLiteral(line));
 }
 
 QSize ElidedLabel::minimumSizeHint() const

@@ -3,6 +3,7 @@
 #include "app/Display.h"
 
 #include <foundation/Console.h>
+#include <foundation/PlainText.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -118,7 +119,8 @@ std::string LastWords::getText()
     if (!reason.empty()) {
         text += reason + "\n";
     }
-    return text + "The transcript of the board tool is " + getCurrentDirectory() + "/ksbase.log\n";
+    text += "The transcript of the board tool is " + getCurrentDirectory() + "/ksbase.log\n";
+    return Orvex::getPrintable(text);
 }
 
 } // namespace Kestoboard

@@ -3,6 +3,7 @@
 #include "app/ChosenBitstream.h"
 #include "app/LastWords.h"
 #include "app/PanelApplication.h"
+#include "app/RecentLoads.h"
 #include "app/SimulatedTool.h"
 #include "app/StartFailure.h"
 #include "app/StartupWait.h"
@@ -69,6 +70,7 @@ std::unique_ptr<Board::MainWindow> PanelSession::tryToMakeWindow()
 {
     StartupWait wait;
     connect(&wait, &StartupWait::quitRequested, &shutdown, &Shutdown::request);
+    refuseRecentLoads();
     // The constructor serves events while it waits for the first listing: the first of them.
     QTimer::singleShot(0, &toolWatch, &ToolWatch::begin);
     return std::make_unique<Board::MainWindow>();

@@ -1,10 +1,12 @@
 #include "app/StartFailure.h"
 
 #include "app/Display.h"
+#include "app/MessageBox.h"
 #include "app/SimulatedTool.h"
 
 #include <foundation/Encoding.h>
 #include <foundation/Exception.h>
+#include <foundation/PlainText.h>
 
 #include <QCoreApplication>
 #include <QDir>
@@ -90,9 +92,9 @@ StartFailure::Choice StartFailure::tell() const
         writeToStandardError(sentence + QLatin1Char('\n') + advice);
         return Choice::Quit;
     }
-    QMessageBox box(QMessageBox::Critical, tr("Kestoboard cannot start"), sentence);
+    QMessageBox box(QMessageBox::Critical, tr("Kestoboard cannot start"), {});
+    setWords(&box, sentence, advice);
     box.setObjectName(QStringLiteral("startFailure"));
-    box.setInformativeText(advice);
     QPushButton* simulate = nullptr;
     if (offersSimulation) {
         simulate = box.addButton(tr("Show simulated boards"), QMessageBox::AcceptRole);
@@ -103,9 +105,14 @@ StartFailure::Choice StartFailure::tell() const
     return simulate != nullptr && box.clickedButton() == simulate ? Choice::Simulate : Choice::Quit;
 }
 
+QByteArray getTerminalText(const QString& text)
+{
+    return QString::fromStdString(Orvex::getPrintable(text.toStdString())).toLocal8Bit();
+}
+
 void writeToStandardError(const QString& text)
 {
-    const QByteArray bytes = "kestoboard: " + text.toLocal8Bit() + '\n';
+    const QByteArray bytes = "kestoboard: " + getTerminalText(text) + '\n';
     std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stderr);
     std::fflush(stderr);
 }

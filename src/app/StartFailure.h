@@ -1,6 +1,7 @@
 #ifndef APP_STARTFAILURE_H
 #define APP_STARTFAILURE_H
 
+#include <QByteArray>
 #include <QString>
 
 class QMessageBox;
@@ -32,6 +33,9 @@ private:
     QString advice;
     bool offersSimulation;
 };
+
+/// Text for the terminal that the program was started in. Nothing in it acts on the terminal.
+QByteArray getTerminalText(const QString& text);
 
 /// Writes a sentence for whoever started the program in a terminal.
 void writeToStandardError(const QString& text);

@@ -61,6 +61,7 @@ StartupWait::StartupWait()
     layout->addWidget(progress);
 
     detail->setObjectName(QStringLiteral("startupDetail"));
+    detail->setTextFormat(Qt::PlainText);
     detail->setMinimumWidth(360);
     layout->addWidget(detail);
 

@@ -51,7 +51,7 @@ const int bitstreamSize = 96 * 1024;
 /// A heading between the lines of the console.
 void tell(const QString& sentence)
 {
-    std::printf("-- %s\n", qPrintable(sentence));
+    std::printf("-- %s\n", getTerminalText(sentence).constData());
     std::fflush(stdout);
 }
 

@@ -3,13 +3,17 @@
 #include "app/ActivityIndicator.h"
 #include "app/DropTarget.h"
 #include "app/Menus.h"
+#include "app/OneLineValidator.h"
 #include "app/SimulatedTool.h"
 
 #include <Board/BrowseFolio.h>
 #include <Board/MainWindow.h>
 
+#include <foundation/PlainText.h>
+
 #include <QCoreApplication>
 #include <QDir>
+#include <QLineEdit>
 #include <QStatusBar>
 
 namespace Kestoboard
@@ -21,6 +25,7 @@ WindowFurniture::WindowFurniture(Board::MainWindow* panel, SchemeChoice* schemes
     , state(panel)
 {
     setTitle();
+    keepFieldsToOneLine();
     addIndicator();
     auto* const drops = new DropTarget(window);
     new Menus(window, {shutdown, &state, schemes, drops});
@@ -30,7 +35,10 @@ WindowFurniture::WindowFurniture(Board::MainWindow* panel, SchemeChoice* schemes
 
 void WindowFurniture::setTitle()
 {
-    const QString place = QDir(QDir::currentPath()).dirName();
+    // Doubled, the placeholder of the mark for unsaved work is ordinary text.
+    const QString placeholder = QStringLiteral("[*]");
+    const QString place = Orvex::getVisible(QDir(QDir::currentPath()).dirName())
+                              .replace(placeholder, placeholder + placeholder);
     window->setWindowTitle(
         SimulatedTool::isEnabled()
             ? QCoreApplication::translate("Kestoboard::WindowFurniture",
@@ -38,6 +46,22 @@ void WindowFurniture::setTitle()
                   .arg(place)
             : QCoreApplication::translate("Kestoboard::WindowFurniture", "%1 – Kestoboard")
                   .arg(place));
+}
+
+void WindowFurniture::keepFieldsToOneLine()
+{
+    for (QLineEdit* const field : window->findChildren<QLineEdit*>()) {
+        // Number fields have a validator of their own.
+        if (field->validator() == nullptr) {
+            auto* const validator = new OneLineValidator(field);
+            field->setValidator(validator);
+            // What the field holds already came from the settings.
+            QString text = field->text();
+            int position = 0;
+            validator->validate(text, position);
+            field->setText(text);
+        }
+    }
 }
 
 void WindowFurniture::addIndicator()

@@ -25,6 +25,8 @@ public:
     WindowState& getState() { return state; }
 
 private:
+    /// Text that is pasted or dropped into a field never becomes a second command.
+    void keepFieldsToOneLine();
     void addIndicator();
     void setTitle();
     void focusFirstControl();

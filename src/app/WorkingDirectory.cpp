@@ -1,7 +1,10 @@
 #include "app/WorkingDirectory.h"
 
 #include "app/Display.h"
+#include "app/MessageBox.h"
 #include "app/StartFailure.h"
+
+#include <foundation/PlainText.h>
 
 #include <QCoreApplication>
 #include <QDir>
@@ -33,6 +36,16 @@ bool WorkingDirectory::enter(const QString& path)
                 .tell();
             return false;
         }
+        if (!Orvex::isOneLine(QDir::currentPath())) {
+            // Where nothing is chosen in the browser, its directory goes to the board tool.
+            StartFailure(
+                tr("The directory \"%1\" has a line break in its name, which the board tool "
+                   "cannot take.")
+                    .arg(Orvex::getVisible(QDir::currentPath())),
+                tr("Rename it, or name another one with --directory."), false)
+                .tell();
+            return false;
+        }
         if (lock.take()) {
             return true;
         }
@@ -53,9 +66,9 @@ QString WorkingDirectory::askForAnother() const
                              tr(" Name it with --directory."));
         return {};
     }
-    QMessageBox box(QMessageBox::Warning, tr("Directory in use"), sentence);
+    QMessageBox box(QMessageBox::Warning, tr("Directory in use"), {});
+    setWords(&box, sentence, advice);
     box.setObjectName(QStringLiteral("directoryInUse"));
-    box.setInformativeText(advice);
     QPushButton* const choose =
         box.addButton(tr("Choose another directory…"), QMessageBox::AcceptRole);
     box.addButton(tr("Quit"), QMessageBox::RejectRole);

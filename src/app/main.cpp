@@ -35,7 +35,7 @@ CommandLine readCommandLine(int& argc, char** argv)
 
 int print(const QString& text)
 {
-    std::fputs(text.toLocal8Bit().constData(), stdout);
+    std::fputs(Kestoboard::getTerminalText(text).constData(), stdout);
     return EXIT_SUCCESS;
 }
 

@@ -7,8 +7,11 @@
 
 #include <QFileInfo>
 #include <QIcon>
+#include <QImage>
 #include <QPainter>
 #include <QTextDocument>
+#include <QUrl>
+#include <QVariant>
 
 #include <string>
 
@@ -40,6 +43,23 @@ void paintCard(QPainter* painter, const QStyleOptionViewItem& option)
     painter->drawRects(&card, 1);
 }
 
+// Whatever a name of a file refers to stays where it is: no picture and no style sheet is loaded,
+// neither from the disk nor from elsewhere. A picture that is there in name only keeps the toolkit
+// from opening the file itself.
+class SelfContainedDocument : public QTextDocument
+{
+protected:
+    QVariant loadResource(int type, const QUrl& /*name*/) override
+    {
+        if (type != QTextDocument::ImageResource) {
+            return {};
+        }
+        QImage nothing(1, 1, QImage::Format_ARGB32_Premultiplied);
+        nothing.fill(Qt::transparent);
+        return nothing;
+    }
+};
+
 // The name goes in as it is: markup in a file name is rendered.
 QString getHtml(const QString& name, const QString& description)
 {
@@ -52,7 +72,7 @@ QString getHtml(const QString& name, const QString& description)
 
 void paintText(QPainter* painter, const QRect& row, const QString& html)
 {
-    QTextDocument document;
+    SelfContainedDocument document;
     document.setHtml(html);
     painter->save();
     painter->translate(QPointF(row.left() + 58, row.top() + 10));

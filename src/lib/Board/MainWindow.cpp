@@ -9,6 +9,7 @@
 #include <foundation/Debug.h>
 #include <foundation/ForEachControler.h>
 #include <foundation/Guard.h>
+#include <foundation/PlainText.h>
 #include <foundation/Text.h>
 
 #include <QAction>
@@ -80,6 +81,16 @@ bool isOffered(const QStringList& names, const QToolButton& button)
            std::equal(
                entries.begin(), entries.end(), names.begin(), names.end(),
                [](const QAction* entry, const QString& name) { return entry->text() == name; });
+}
+
+/// An entry whose text is the name, and whose face on a button and tool tip show it letter for
+/// letter: neither as a mnemonic nor as markup.
+QAction* addFileAction(QMenu* menu, const QString& name)
+{
+    QAction* const action = menu->addAction(name);
+    action->setIconText(QString(name).replace(QLatin1Char('&'), QLatin1String("&&")));
+    action->setToolTip(Orvex::getLiteral(name));
+    return action;
 }
 
 /// Runs the commands of a command file, one after the other.
@@ -211,7 +222,7 @@ void MainWindow::refreshFileButton()
         QMenu* const menu = fileButton->menu();
         menu->clear();
         for (const QString& name : names) {
-            QAction* const action = menu->addAction(name);
+            QAction* const action = addFileAction(menu, name);
             if (fileButton->defaultAction() == nullptr) {
                 fileButton->setDefaultAction(action);
             }

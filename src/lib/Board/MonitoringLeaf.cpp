@@ -95,6 +95,15 @@ void clearTable(QGridLayout* table)
     }
 }
 
+/// A label of the tool's text, which is never markup.
+QLabel* createPlainLabel(const QString& text, QWidget* parent)
+{
+    auto* const label = new QLabel(parent);
+    label->setTextFormat(Qt::PlainText);
+    label->setText(text);
+    return label;
+}
+
 void setTextOf(QLabel* label, const QString& text)
 {
     if (label != nullptr) {
@@ -205,7 +214,7 @@ void MonitoringLeaf::storeLabel(Labels* labels, const std::string& name, const Q
 {
     QPointer<QLabel>& label = (*labels)[name];
     delete label.data();
-    label = new QLabel(text, monitoringWidget);
+    label = createPlainLabel(text, monitoringWidget);
 }
 
 void MonitoringLeaf::createMonitoringTable()
@@ -244,7 +253,7 @@ QGridLayout* MonitoringLeaf::getTableLayout()
 
 void MonitoringLeaf::addChannelRow(QGridLayout* table, int row, const std::string& name)
 {
-    table->addWidget(new QLabel(Orvex::fromAscii(name), monitoringWidget), row, 0);
+    table->addWidget(createPlainLabel(Orvex::fromAscii(name), monitoringWidget), row, 0);
     if (QLabel* voltage = getMonitoringVoltageLabel(name)) {
         table->addWidget(voltage, row, 1);
     }

@@ -1,6 +1,7 @@
 #include <application/ConsoleLines.h>
 
 #include <foundation/Encoding.h>
+#include <foundation/PlainText.h>
 
 #include <QLocale>
 
@@ -8,45 +9,6 @@
 
 namespace Zandu
 {
-
-namespace
-{
-
-/// Characters that would not show, would turn the text around them, or have a meaning of their own
-/// in a text document.
-bool isInvisible(QChar character)
-{
-    const ushort code = character.unicode();
-    return (code < 0x20 && code != '\t') || (code >= 0x7f && code < 0xa0) ||
-           (code >= 0x2028 && code <= 0x202e) || (code >= 0x2066 && code <= 0x2069) ||
-           (code >= 0xfdd0 && code <= 0xfdef) || code == 0xfeff || code == 0xfffc || code >= 0xfffe;
-}
-
-QString getSign(QChar character)
-{
-    const ushort code = character.unicode();
-    return code < 0x100 ? QStringLiteral("\\x%1").arg(code, 2, 16, QLatin1Char('0'))
-                        : QStringLiteral("\\u%1").arg(code, 4, 16, QLatin1Char('0'));
-}
-
-QString getVisible(QString text)
-{
-    if (std::none_of(text.cbegin(), text.cend(), isInvisible)) {
-        return text;
-    }
-    QString visible;
-    visible.reserve(text.size() + text.size() / 2);
-    for (const QChar character : text) {
-        if (isInvisible(character)) {
-            visible += getSign(character);
-        } else {
-            visible += character;
-        }
-    }
-    return visible;
-}
-
-} // namespace
 
 ConsoleLines::ConsoleLines(const Orvex::Message& message)
     : level(message.level)
@@ -74,7 +36,7 @@ ConsoleLine ConsoleLines::takePiece()
                                    : begins      ? ConsoleLine::Kind::Further
                                                  : ConsoleLine::Kind::Piece;
     const int end = getPieceEnd();
-    const QString piece = getVisible(text.mid(position, end - position));
+    const QString piece = Orvex::getVisible(text.mid(position, end - position));
     position = end;
     cutDue = position == lineEnd && !begins;
     if (position == lineEnd && begins) {

@@ -1,5 +1,6 @@
 #include <application/DirectoryModel.h>
 
+#include <foundation/PlainText.h>
 #include <foundation/Theme.h>
 
 #include <QFileInfo>
@@ -58,6 +59,17 @@ QModelIndex DirectoryModel::find(const QString& name) const
     return QModelIndex();
 }
 
+bool DirectoryModel::isTakeable(const QModelIndex& index) const
+{
+    return index.isValid() && Orvex::isOneLine(listing.entries.at(index.row()).name);
+}
+
+Qt::ItemFlags DirectoryModel::flags(const QModelIndex& index) const
+{
+    const Qt::ItemFlags all = QAbstractTableModel::flags(index);
+    return isTakeable(index) ? all : all & ~Qt::ItemIsSelectable;
+}
+
 int DirectoryModel::rowCount(const QModelIndex& parent) const
 {
     return parent.isValid() ? 0 : listing.entries.size();
@@ -84,7 +96,7 @@ QVariant DirectoryModel::data(const QModelIndex& index, int role) const
         return column == DirectoryColumn::Size ? int(Qt::AlignRight | Qt::AlignVCenter)
                                                : int(Qt::AlignLeft | Qt::AlignVCenter);
     case Qt::ToolTipRole:
-        return QDir::toNativeSeparators(getPath(index));
+        return Orvex::getLiteral(QDir::toNativeSeparators(getPath(index)));
     default:
         return QVariant();
     }

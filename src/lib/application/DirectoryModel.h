@@ -24,6 +24,10 @@ public:
     /// The index of the name; invalid when there is no such entry.
     QModelIndex find(const QString& name) const;
 
+    /// Whether the entry can be a part of a command. One that cannot is listed, and never selected.
+    bool isTakeable(const QModelIndex& index) const;
+
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;
     int columnCount(const QModelIndex& parent = QModelIndex()) const override;
     QVariant data(const QModelIndex& index, int role) const override;

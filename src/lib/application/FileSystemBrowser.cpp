@@ -7,6 +7,7 @@
 #include <application/PathField.h>
 
 #include <foundation/OwnedListCollection.h>
+#include <foundation/PlainText.h>
 #include <foundation/Text.h>
 #include <foundation/Theme.h>
 
@@ -46,6 +47,12 @@ bool isFailure(const DirectoryListing& listing)
     return listing.state == State::Missing || listing.state == State::Unreadable;
 }
 
+QString getStartDirectory(const QString& path)
+{
+    const QString directory = QDir::cleanPath(QDir(path).absolutePath());
+    return Orvex::isOneLine(directory) ? directory : QDir::homePath();
+}
+
 QString getParent(const QString& path)
 {
     return QFileInfo(path).absolutePath();
@@ -56,7 +63,7 @@ QString getParent(const QString& path)
 FileSystemBrowser::FileSystemBrowser(const QString& path, QDir::Filters entryFilters,
                                      const QStringList& entryNameFilters, QWidget* parent)
     : QWidget(parent)
-    , directory(QDir::cleanPath(QDir(path).absolutePath()))
+    , directory(getStartDirectory(path))
     , filters(entryFilters)
     , nameFilters(entryNameFilters)
     , pathField(new PathField(entryFilters, entryNameFilters, this))
@@ -104,12 +111,18 @@ QString FileSystemBrowser::getPath() const
 void FileSystemBrowser::setSelectedFile(const QString& path)
 {
     open(path);
-    chosenFile = QDir::cleanPath(QDir(directory).absoluteFilePath(path));
+    if (Orvex::isOneLine(path)) {
+        chosenFile = QDir::cleanPath(QDir(directory).absoluteFilePath(path));
+    }
 }
 
 void FileSystemBrowser::open(const QString& path)
 {
     const QString wanted = QDir::cleanPath(QDir(directory).absoluteFilePath(path));
+    if (!Orvex::isOneLine(wanted)) {
+        refuseToTake(wanted);
+        return;
+    }
     delete opening;
     chosenFile.clear();
     opening = new DirectoryWatch(getRequest(wanted), this);
@@ -186,10 +199,7 @@ void FileSystemBrowser::buildTree()
     (new QVBoxLayout(tree->viewport()))->addWidget(remark);
 
     connect(tree, &QTreeView::doubleClicked, this, &FileSystemBrowser::activate);
-    connect(tree, &QTreeView::clicked, this, [this](const QModelIndex& index) {
-        chosenFile.clear();
-        emit itemClicked(index.siblingAtColumn(0));
-    });
+    connect(tree, &QTreeView::clicked, this, &FileSystemBrowser::onClicked);
 }
 
 QWidget* FileSystemBrowser::createPathRow()
@@ -271,6 +281,25 @@ void FileSystemBrowser::refuse(const DirectoryListing& listing)
     opening = nullptr;
     chosenFile.clear();
     notice->warn(getRemark(listing));
+}
+
+/// Nothing stays chosen: what a person loads next is not what they clicked before.
+void FileSystemBrowser::refuseToTake(const QString& path)
+{
+    chosenFile.clear();
+    tree->clearSelection();
+    notice->warn(tr("\"%1\" holds a line break, which no command can take: rename it.")
+                     .arg(Orvex::getVisible(QDir::toNativeSeparators(path))));
+}
+
+void FileSystemBrowser::onClicked(const QModelIndex& index)
+{
+    if (!model->isTakeable(index)) {
+        refuseToTake(model->getPath(index));
+        return;
+    }
+    chosenFile.clear();
+    emit itemClicked(index.siblingAtColumn(0));
 }
 
 /// A list that changes between the press and the release of a button would swallow the click.
@@ -368,7 +397,8 @@ QString FileSystemBrowser::getRemark(const DirectoryListing& listing) const
 QString FileSystemBrowser::getSelectedPath() const
 {
     const QModelIndexList rows = tree->selectionModel()->selectedRows();
-    return rows.isEmpty() ? QString() : model->getPath(rows.first());
+    return rows.isEmpty() || !model->isTakeable(rows.first()) ? QString()
+                                                              : model->getPath(rows.first());
 }
 
 } // namespace Zandu

@@ -38,13 +38,15 @@ class ZANDU_EXPORT FileSystemBrowser : public QWidget
     Q_OBJECT
 
 public:
-    /// Stands on `path` at first. `filters` say which kinds of entries are listed, "." and ".."
-    /// never; `nameFilters` are wildcards that files have to match, directories need not.
+    /// Stands on `path` at first, or in the home directory when no command can name `path`.
+    /// `filters` say which kinds of entries are listed, "." and ".." never; `nameFilters` are
+    /// wildcards that files have to match, directories need not.
     FileSystemBrowser(const QString& path, QDir::Filters entryFilters,
                       const QStringList& entryNameFilters, QWidget* parent);
     ~FileSystemBrowser() override;
 
-    /// Full paths of what is chosen; empty when nothing is.
+    /// Full paths of what is chosen; empty when nothing is. A path that holds a line break is never
+    /// among them: in a command it would begin another one.
     Orvex::Collection<std::string> getSelectedItems() const;
 
     /// The directory that the browser stands on, absolute.
@@ -55,7 +57,8 @@ public:
     /// and the person is told.
     void setSelectedFile(const QString& path);
 
-    /// Goes to a directory, or to the directory of a file and chooses that.
+    /// Goes to a directory, or to the directory of a file and chooses that. A path that no command
+    /// can name is refused, and the person is told.
     void open(const QString& path);
 
 signals:
@@ -75,6 +78,8 @@ private:
     void onOpeningListed(const DirectoryListing& listing);
     void arrive(const DirectoryListing& listing);
     void refuse(const DirectoryListing& listing);
+    void refuseToTake(const QString& path);
+    void onClicked(const QModelIndex& index);
     void onShownListed(const DirectoryListing& listing);
     void displayLatest();
     void display(const DirectoryListing& listing);

@@ -26,6 +26,7 @@ NoticeBar::NoticeBar(QWidget* parent)
     , iconLabel(new QLabel(this))
     , textLabel(new QLabel(this))
 {
+    textLabel->setObjectName(QStringLiteral("noticeText"));
     textLabel->setTextFormat(Qt::PlainText);
     textLabel->setWordWrap(true);
     textLabel->setTextInteractionFlags(Qt::TextSelectableByMouse);
