@@ -195,9 +195,9 @@ std::vector<BoardSetup> readBoards(TableReader& reader)
 
 } // namespace
 
-Scenario readScenario(const std::string& path)
+Scenario parseScenario(const std::string& text, const std::string& path)
 {
-    const toml::table table = parse(readText(path), path);
+    const toml::table table = parse(text, path);
     const auto folder = std::filesystem::path(path).parent_path();
     TableReader reader(table, "A scenario", path);
 
@@ -216,6 +216,11 @@ Scenario readScenario(const std::string& path)
     }
     reader.finish();
     return scenario;
+}
+
+Scenario readScenario(const std::string& path)
+{
+    return parseScenario(readText(path), path);
 }
 
 } // namespace Simulator

@@ -1,11 +1,11 @@
 #include <Board/KSBaseHandler.h>
 
 #include <Board/BoardListing.h>
-#include <Board/EndMark.h>
 #include <Board/Folio.h>
 #include <Board/IntrospectionRecord.h>
 #include <Board/MainWindow.h>
 #include <Board/Replies.h>
+#include <Board/ReplyBuffer.h>
 #include <Board/Scheduler.h>
 #include <Board/Tamsa.h>
 #include <foundation/Console.h>
@@ -147,12 +147,12 @@ KSBaseHandler::KSBaseHandler(MainWindow* window)
     , running(false)
     , refreshing(false)
     , monitoring(false)
+    , replyBuffer(std::make_unique<ReplyBuffer>())
     , currentCommandID(0)
     , scheduler(nullptr)
     , commandTimer(nullptr)
     , commandSeconds(0)
     , logFile(QLatin1String(logFileName))
-    , endMarkSearchStart(0)
     , executing(nullptr)
     , delivering(nullptr)
     , closing(false)
@@ -353,7 +353,7 @@ void KSBaseHandler::executeCommand(CommandHandler* handler)
 void KSBaseHandler::beginCommand(QEventLoop* loop)
 {
     running = true;
-    clearReply();
+    replyBuffer->clear();
     // Only now: a late mark of the command before would end the new wait.
     connect(this, SIGNAL(commandDone()), loop, SLOT(quit()));
     const QByteArray bytes = QByteArray::fromStdString(executing->getCommand()) + '\n';
@@ -372,16 +372,14 @@ CommandHandler* KSBaseHandler::endCommand(QString* reply)
         delivering->setRunning(false);
     }
     commandTimer->stop();
-    *reply = std::move(data);
-    clearReply();
+    *reply = replyBuffer->take();
     running = false;
     return delivering;
 }
 
-void KSBaseHandler::clearReply()
+const QString& KSBaseHandler::getData() const
 {
-    data = QString();
-    endMarkSearchStart = 0;
+    return replyBuffer->getText();
 }
 
 void KSBaseHandler::log(const QByteArray& bytes)
@@ -398,17 +396,8 @@ void KSBaseHandler::processCommand()
 {
     const QByteArray bytes = process->readAllStandardError();
     log(bytes);
-    if (!bytes.isEmpty()) {
-        data += QLatin1String(bytes.constData(), static_cast<int>(qstrlen(bytes.constData())));
-    }
-
-    const int mark = findEndMark(data, endMarkSearchStart);
-    if (mark >= 0) {
-        endMarkSearchStart = mark;
+    if (replyBuffer->add(bytes)) {
         emit commandDone();
-    } else {
-        // What has been searched need not be searched again, but for the beginning of a mark.
-        endMarkSearchStart = qMax(0, data.size() - longestEndMark + 1);
     }
 }
 

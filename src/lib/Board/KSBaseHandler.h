@@ -15,6 +15,7 @@
 #include <cstdint>
 #include <list>
 #include <map>
+#include <memory>
 #include <set>
 #include <string>
 
@@ -26,6 +27,7 @@ namespace Board
 {
 
 class MainWindow;
+class ReplyBuffer;
 class Scheduler;
 class Tamsa;
 
@@ -61,7 +63,7 @@ public:
     void destroy();
 
     /// The text that the tool has written for the command in flight, one character a byte.
-    const QString& getData() const { return data; }
+    const QString& getData() const;
 
     /// A command exchange, or the start of the tool, is under way.
     bool isRunning() const { return running; }
@@ -179,7 +181,6 @@ private:
     void callOnEngineThread(Work work);
     void beginCommand(QEventLoop* loop);
     CommandHandler* endCommand(QString* reply);
-    void clearReply();
     void log(const QByteArray& bytes);
 
     std::string exchange(CommandHandler::CommandType type, const std::string& command);
@@ -194,7 +195,7 @@ private:
     bool running;
     bool refreshing;
     bool monitoring;
-    QString data;
+    std::unique_ptr<ReplyBuffer> replyBuffer;
     std::map<std::string, Tamsa*> tamsas;
     QPointer<Tamsa> selectedTamsa;
     std::set<CommandHandler*, CommandHandlerSetLess> commandHandlers;
@@ -205,8 +206,6 @@ private:
     std::uint64_t commandSeconds;
     QFile logFile;
 
-    /// Where the next search for an end mark begins in `data`.
-    int endMarkSearchStart;
     /// The handler that the worker has chosen, until its reply is taken; null when it left before.
     CommandHandler* executing;
     /// The handler that this run of the worker gives its reply to; null when it left.

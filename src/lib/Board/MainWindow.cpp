@@ -1,5 +1,6 @@
 #include <Board/MainWindow.h>
 
+#include <Board/CommandFile.h>
 #include <Board/CommandLineEdit.h>
 #include <Board/Folio.h>
 #include <Board/KSBaseHandler.h>
@@ -96,13 +97,10 @@ QAction* addFileAction(QMenu* menu, const QString& name)
 /// Runs the commands of a command file, one after the other.
 void runCommandLines(KSBaseHandler* engine, QTextStream* lines)
 {
-    while (!lines->atEnd()) {
-        const std::string line = Orvex::getLabel(lines->readLine().simplified());
-        if (line.empty() || Orvex::startsWith(line, "#")) {
-            continue;
-        }
-        Orvex::console->print("Executing command '" + line + "'", "");
-        printReply(engine, line);
+    std::string command;
+    while (readCommand(lines, &command)) {
+        Orvex::console->print("Executing command '" + command + "'", "");
+        printReply(engine, command);
     }
 }
 

@@ -4,6 +4,7 @@
 #include <Board/Folio.h>
 #include <Board/FormLabel.h>
 #include <Board/KSBaseHandler.h>
+#include <Board/MonitorReply.h>
 #include <Board/Tamsa.h>
 #include <foundation/Console.h>
 #include <foundation/Encoding.h>
@@ -12,14 +13,12 @@
 #include <foundation/InvalidRequest.h>
 #include <foundation/ListCollection.h>
 #include <foundation/Raise.h>
-#include <foundation/Text.h>
 
 #include <QGridLayout>
 #include <QSpinBox>
 #include <QTimer>
 
 #include <memory>
-#include <optional>
 
 namespace Board
 {
@@ -28,44 +27,6 @@ namespace
 {
 
 const char sourceFile[] = "src/lib/Board/MonitoringLeaf";
-
-struct Channel {
-    std::string name;
-    std::optional<QString> voltage;
-    std::optional<QString> current;
-};
-
-// The values of a channel line: one is a voltage, two are a voltage and a current, any other number
-// is no value. A lone value is UTF-8 and ends at its first NUL; a pair is one character a byte.
-void readValues(const std::string& field, Channel* channel)
-{
-    const Orvex::Collection<std::string> values = Orvex::getSplitted(field, " ");
-    std::string first;
-    std::string second;
-    if (values.match(first)) {
-        channel->voltage = QString::fromUtf8(first.c_str());
-    } else if (values.match(first, second)) {
-        channel->voltage = Orvex::fromAscii(first);
-        channel->current = Orvex::fromAscii(second);
-    }
-}
-
-// Calls `visit` with each channel of a monitoring reply, in the order of its lines. A line is a
-// channel if its separator stands in it exactly once; any other line is passed over.
-template <class Visit>
-void forEachChannel(const std::string& reply, Visit visit)
-{
-    std::string line;
-    for (Orvex::ForEachControler<std::string> loop(line, Orvex::getSplitted(reply, "\n"));
-         loop.next();) {
-        Channel channel;
-        std::string field;
-        if (!line.empty() && Orvex::getSplitted(line, ": ").match(channel.name, field)) {
-            readValues(field, &channel);
-            visit(channel);
-        }
-    }
-}
 
 template <class Labels>
 QLabel* getLabelOf(const Labels& labels, const std::string& name, const std::string& function,
@@ -198,7 +159,7 @@ void MonitoringLeaf::generateMonitoringLabels()
     if (self == nullptr) {
         return;
     }
-    forEachChannel(reply, [this](const Channel& channel) {
+    for (const MonitoredChannel& channel : parseMonitorReply(reply)) {
         monitoringChannels.push_back(channel.name);
         if (channel.voltage) {
             storeLabel(&monitoringVoltageLabels, channel.name, *channel.voltage);
@@ -206,7 +167,7 @@ void MonitoringLeaf::generateMonitoringLabels()
         if (channel.current) {
             storeLabel(&monitoringCurrentLabels, channel.name, *channel.current);
         }
-    });
+    }
 }
 
 // A name that the reply repeats keeps its last label alone.
@@ -285,14 +246,14 @@ void MonitoringLeaf::fillMonitoringTable()
     if (self == nullptr) {
         return;
     }
-    forEachChannel(reply, [this](const Channel& channel) {
+    for (const MonitoredChannel& channel : parseMonitorReply(reply)) {
         if (channel.voltage) {
             setTextOf(getMonitoringVoltageLabel(channel.name), *channel.voltage);
         }
         if (channel.current) {
             setTextOf(getMonitoringCurrentLabel(channel.name), *channel.current);
         }
-    });
+    }
     monitoringTimer->blockSignals(false);
 }
 

@@ -1,0 +1,34 @@
+#include <Board/ReplyBuffer.h>
+
+#include <Board/EndMark.h>
+
+#include <utility>
+
+namespace Board
+{
+
+bool ReplyBuffer::add(const QByteArray& bytes)
+{
+    if (!bytes.isEmpty()) {
+        text += QLatin1String(bytes.constData(), static_cast<int>(qstrlen(bytes.constData())));
+    }
+    const int mark = findEndMark(text, searchStart);
+    // What has been searched need not be searched again, but for the beginning of a mark.
+    searchStart = mark >= 0 ? mark : qMax(0, text.size() - longestEndMark + 1);
+    return mark >= 0;
+}
+
+QString ReplyBuffer::take()
+{
+    QString taken = std::move(text);
+    clear();
+    return taken;
+}
+
+void ReplyBuffer::clear()
+{
+    text = QString();
+    searchStart = 0;
+}
+
+} // namespace Board
