@@ -84,9 +84,10 @@ require_tools() {
         give_up "Qt 5.15 (Widgets, Svg, Test) or toml++ is missing, so install what $package_list names and start this again."
 }
 
-# Configures the preset and builds all of it in build/<preset>.
-build_preset() { # PRESET
+# Configures the preset and builds it in build/<preset>: all of it, or what the options name.
+build_preset() { # PRESET [CMAKE BUILD OPTION...]
     local preset=$1 log=$root/build/$1-configure.log
+    shift
     local -a options=("-DKESTOBOARD_WERROR=${KESTOBOARD_WERROR:-OFF}")
     if command -v ccache >/dev/null; then
         # Copies of the tree in different places share what is compiled.
@@ -101,6 +102,6 @@ build_preset() { # PRESET
         give_up "Configuring failed, so mend what is said above, or remove $root/build/$preset if the tree was moved, and start this again."
     fi
     say "Building $preset"
-    cmake --build "$root/build/$preset" >&2 ||
+    cmake --build "$root/build/$preset" "$@" >&2 ||
         give_up "Building failed, so mend the first error above and start this again."
 }
