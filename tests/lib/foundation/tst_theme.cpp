@@ -6,12 +6,14 @@
 #include <QFile>
 #include <QImage>
 #include <QListWidget>
+#include <QMap>
 #include <QPainter>
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QStyledItemDelegate>
 #include <QTest>
 #include <QTreeWidget>
+#include <QVector>
 #include <QWindow>
 
 #include <algorithm>
@@ -64,6 +66,41 @@ int countInked(const QImage& image)
     return inked;
 }
 
+/// A rule of a style sheet, with the values of what it sets.
+struct StyleRule {
+    QString selector;
+    QMap<QString, QString> values;
+
+    /// Whether it is about something that shows no text: a mark, a grip, a scroll bar.
+    bool isTextless() const
+    {
+        static const QRegularExpression parts(QStringLiteral(
+            "QScrollBar|QSplitter|::(indicator|branch|corner|separator|drop-down|up-button|"
+            "down-button|menu-button)"));
+        return parts.match(selector).hasMatch();
+    }
+};
+
+QVector<StyleRule> getRules(QString sheet)
+{
+    static const QRegularExpression comment(QStringLiteral("/\\*.*?\\*/"),
+                                            QRegularExpression::DotMatchesEverythingOption);
+    static const QRegularExpression rule(QStringLiteral("([^{}]+)\\{([^{}]*)\\}"));
+    QVector<StyleRule> rules;
+    for (auto found = rule.globalMatch(sheet.remove(comment)); found.hasNext();) {
+        const QRegularExpressionMatch match = found.next();
+        rules += StyleRule{match.captured(1).simplified(), {}};
+        for (const QString& setting : match.captured(2).split(QLatin1Char(';'))) {
+            const int colon = setting.indexOf(QLatin1Char(':'));
+            if (colon > 0) {
+                rules.last().values[setting.left(colon).simplified()] =
+                    setting.mid(colon + 1).simplified();
+            }
+        }
+    }
+    return rules;
+}
+
 /// Remembers whether a row was painted as lying under the pointer.
 class HoverDelegate : public QStyledItemDelegate
 {
@@ -103,6 +140,8 @@ private slots:
     void everyTextIsReadableOnItsGround();
     void theTextOfTheDarkSchemeIsLighterThanItsGround();
     void everyColourOfTheStyleSheetIsKnown();
+    void everyRuleOfTheStyleSheetIsReadable_data();
+    void everyRuleOfTheStyleSheetIsReadable();
     void everyPictureOfTheStyleSheetExists_data();
     void everyPictureOfTheStyleSheetExists();
     void aSwitchReachesReferencesAndCopiesThatAreInUse();
@@ -326,6 +365,49 @@ void ThemeTest::everyColourOfTheStyleSheetIsKnown()
     }
     QVERIFY(references > 0);
     QVERIFY(!theme.getStyleSheet().remove(comment).contains(QLatin1Char('@')));
+}
+
+void ThemeTest::everyRuleOfTheStyleSheetIsReadable_data()
+{
+    iconsStandOutFromTheirGround_data();
+}
+
+void ThemeTest::everyRuleOfTheStyleSheetIsReadable()
+{
+    QFETCH(Scheme, scheme);
+    const Theme theme(scheme);
+    const std::pair<const char*, const char*> pairs[] = {
+        {"color", "background"},
+        {"selection-color", "selection-background-color"},
+    };
+    int measured = 0;
+    for (const StyleRule& rule : getRules(theme.getStyleSheet())) {
+        for (const auto& [textKey, groundKey] : pairs) {
+            const QString text = rule.values.value(textKey);
+            const QString ground = rule.values.value(groundKey);
+            if (rule.isTextless()) {
+                continue;
+            }
+            // A ground without its text, or the other way round, is unreadable sooner or later.
+            QVERIFY2(text.isEmpty() == ground.isEmpty(), qPrintable(rule.selector));
+            if (text.isEmpty()) {
+                continue;
+            }
+            // What lets its ground through lies on one of these.
+            const QStringList grounds =
+                ground == QLatin1String("transparent")
+                    ? QStringList{theme.getColorName("window"), theme.getColorName("base")}
+                    : QStringList(ground);
+            for (const QString& behind : grounds) {
+                QVERIFY2(QColor(text).isValid() && QColor(behind).isValid(),
+                         qPrintable(rule.selector));
+                QVERIFY2(getContrast(QColor(text), QColor(behind)) >= 4.5,
+                         qPrintable(rule.selector));
+            }
+            ++measured;
+        }
+    }
+    QVERIFY(measured > 30);
 }
 
 void ThemeTest::everyPictureOfTheStyleSheetExists_data()
