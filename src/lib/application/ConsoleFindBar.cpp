@@ -65,6 +65,7 @@ ConsoleFindBar::ConsoleFindBar(ConsoleView* searchedView, QWidget* parent)
     connect(previous, &QToolButton::clicked, this, &ConsoleFindBar::findPrevious);
     connect(next, &QToolButton::clicked, this, &ConsoleFindBar::findNext);
     connect(closer, &QToolButton::clicked, this, &ConsoleFindBar::close);
+    connect(view, &ConsoleView::cursorPositionChanged, this, &ConsoleFindBar::showCount);
     connect(view, &ConsoleView::linesRearranged, this, &ConsoleFindBar::restartCount);
     connect(view, &ConsoleView::linesAdded, this, [this] {
         if (isVisible() && !countTimer.isActive()) {
@@ -136,7 +137,7 @@ void ConsoleFindBar::keyPressEvent(QKeyEvent* event)
 
 void ConsoleFindBar::restartCount()
 {
-    countedLines = 0;
+    matchesAbove.clear();
     matches = 0;
     if (isVisible()) {
         countTimer.start();
@@ -149,14 +150,14 @@ void ConsoleFindBar::countSlice()
 {
     QElapsedTimer clock;
     clock.start();
-    QTextBlock block = view->document()->findBlockByNumber(countedLines);
+    QTextBlock block = view->document()->findBlockByNumber(matchesAbove.size());
     const int length = field->text().size();
     while (!view->isEmpty() && block.isValid() && length > 0 &&
            !clock.hasExpired(sliceTime.count())) {
+        matchesAbove.push_back(matches);
         for (int at = findIn(block, 0); at >= 0; at = findIn(block, at + length)) {
             ++matches;
         }
-        ++countedLines;
         block = block.next();
     }
     if (!view->isEmpty() && block.isValid() && length > 0) {
@@ -167,18 +168,44 @@ void ConsoleFindBar::countSlice()
 
 void ConsoleFindBar::showCount()
 {
-    QString text;
+    const QString count = getCount();
+    const bool isGoingOn = countTimer.isActive() && !count.isEmpty();
+    countLabel->setText(isGoingOn ? count + QStringLiteral("…") : count);
+}
+
+QString ConsoleFindBar::getCount() const
+{
     if (field->text().isEmpty()) {
-        text.clear();
-    } else if (matches == 1) {
-        text = tr("1 match");
-    } else if (matches > 0) {
-        text = tr("%1 matches").arg(QLocale().toString(matches));
-    } else {
-        text = countTimer.isActive() ? tr("Searching") : tr("No match");
+        return {};
     }
-    countLabel->setText(countTimer.isActive() && !text.isEmpty() ? text + QStringLiteral("…")
-                                                                 : text);
+    if (matches == 0) {
+        return countTimer.isActive() ? tr("Searching") : tr("No match");
+    }
+    const QString all = QLocale().toString(matches);
+    const qint64 place = getPlaceOfSelection();
+    if (place > 0) {
+        return tr("%1 of %2", "a match among all").arg(QLocale().toString(place), all);
+    }
+    return matches == 1 ? tr("1 match") : tr("%1 matches").arg(all);
+}
+
+/// Which match is selected, counted from 1; 0 when none is or it has not been counted yet.
+qint64 ConsoleFindBar::getPlaceOfSelection() const
+{
+    const QTextCursor cursor = view->textCursor();
+    const QTextBlock block = view->document()->findBlock(cursor.selectionStart());
+    if (block.blockNumber() >= matchesAbove.size() ||
+        cursor.selectedText().compare(field->text(), getCase()) != 0) {
+        return 0;
+    }
+    const int column = cursor.selectionStart() - block.position();
+    qint64 place = matchesAbove.at(block.blockNumber());
+    const int length = field->text().size();
+    int at = findIn(block, 0);
+    for (; at >= 0 && at < column; at = findIn(block, at + length)) {
+        ++place;
+    }
+    return at == column ? place + 1 : 0;
 }
 
 void ConsoleFindBar::select(const QTextBlock& block, int column)

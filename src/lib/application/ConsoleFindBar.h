@@ -3,6 +3,7 @@
 
 #include <QTextBlock>
 #include <QTimer>
+#include <QVector>
 #include <QWidget>
 
 class QLabel;
@@ -40,6 +41,8 @@ private:
     void restartCount();
     void countSlice();
     void showCount();
+    QString getCount() const;
+    qint64 getPlaceOfSelection() const;
     void select(const QTextBlock& block, int column);
     bool selectFrom(QTextBlock block, int column);
     bool selectBefore(QTextBlock block, int column);
@@ -53,7 +56,8 @@ private:
     QToolButton* caseButton;
     QLabel* countLabel;
     QTimer countTimer;
-    int countedLines = 0;
+    /// For each counted line the number of matches above it.
+    QVector<qint64> matchesAbove;
     qint64 matches = 0; // in the counted lines
 };
 

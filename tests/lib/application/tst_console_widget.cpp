@@ -92,6 +92,7 @@ private slots:
     void aCopyLeavesOutWhatTheFilterHides();
     void findsAndCounts();
     void findsTheNextAndThePreviousAroundTheEnds();
+    void tellsWhichMatchIsSelected();
     void findsWithTheCaseOfTheLetters();
     void findsOnlyWhatIsShown();
     void theCountGoesOnWhileLinesCome();
@@ -649,6 +650,27 @@ void ConsoleWidgetTest::findsTheNextAndThePreviousAroundTheEnds()
     QCOMPARE(getFound(), QStringLiteral("line 29"));
 }
 
+void ConsoleWidgetTest::tellsWhichMatchIsSelected()
+{
+    console->print("needle and needle", "");
+    console->print("hay", "");
+    console->print("needle", "");
+    view->moveCursor(QTextCursor::Start);
+    search(QStringLiteral("needle"));
+    for (const char* expected : {"1 of 3", "2 of 3", "3 of 3", "1 of 3"}) {
+        QTRY_VERIFY2(getLabel(QString::fromLatin1(expected)) != nullptr, expected);
+        widget->findNext();
+    }
+    widget->findPrevious();
+    widget->findPrevious();
+    QVERIFY(getLabel(QStringLiteral("3 of 3")) != nullptr);
+    // Lines that come do not change which one it is.
+    console->print("needle", "");
+    QTRY_VERIFY(getLabel(QStringLiteral("3 of 4")) != nullptr);
+    view->moveCursor(QTextCursor::Start);
+    QVERIFY(getLabel(QStringLiteral("4 matches")) != nullptr);
+}
+
 void ConsoleWidgetTest::findsWithTheCaseOfTheLetters()
 {
     console->print("one One", "");
@@ -671,7 +693,7 @@ void ConsoleWidgetTest::findsOnlyWhatIsShown()
     widget->findNext();
     QCOMPARE(view->textCursor().block().text(), QStringLiteral("needle in error"));
     getAction(QStringLiteral("All messages"))->trigger();
-    QTRY_VERIFY(getLabel(QStringLiteral("2 matches")) != nullptr);
+    QTRY_VERIFY(getLabel(QStringLiteral("2 of 2")) != nullptr);
 }
 
 void ConsoleWidgetTest::theCountGoesOnWhileLinesCome()
