@@ -16,26 +16,23 @@ namespace
 
 const char simulatePrefix[] = "--simulate=";
 
-QString tr(const char* text, const char* comment = nullptr)
-{
-    return QCoreApplication::translate("Kestoboard::CommandLine", text, comment);
-}
-
 const QCommandLineOption& debugOption()
 {
     static const QCommandLineOption option(
         QStringLiteral("debug"),
-        tr("Show the command row: a field for raw commands, the help of the tool, and a button "
-           "that runs command files."));
+        CommandLine::tr(
+            "Show the command row: a field for raw commands, the help of the tool, and a button "
+            "that runs command files."));
     return option;
 }
 
 QString getSimulateDescription()
 {
-    return tr("Drive simulated boards instead of real ones. SCENARIO may follow, after a blank or "
-              "\"=\": a file whose name ends with \".toml\", or the name of one that comes with "
-              "the "
-              "panel (%1).")
+    return CommandLine::tr(
+               "Drive simulated boards instead of real ones. SCENARIO may follow, after a blank or "
+               "\"=\": a file whose name ends with \".toml\", or the name of one that comes with "
+               "the "
+               "panel (%1).")
         .arg(SimulatedTool::getScenarioNames().join(QStringLiteral(", ")));
 }
 
@@ -56,14 +53,14 @@ const QCommandLineOption& shownSimulateOption()
 const QCommandLineOption& helpOption()
 {
     static const QCommandLineOption option({QStringLiteral("h"), QStringLiteral("help")},
-                                           tr("Print this text and end."));
+                                           CommandLine::tr("Print this text and end."));
     return option;
 }
 
 const QCommandLineOption& versionOption()
 {
     static const QCommandLineOption option({QStringLiteral("v"), QStringLiteral("version")},
-                                           tr("Print the version and end."));
+                                           CommandLine::tr("Print the version and end."));
     return option;
 }
 
@@ -82,8 +79,9 @@ const QCommandLineOption& directoryOption()
 {
     static const QCommandLineOption option(
         QStringLiteral("directory"),
-        tr("Work in DIR, where the transcript is written and command files are looked for, instead "
-           "of the current directory."),
+        CommandLine::tr("Work in DIR, where the transcript is written and command files are looked "
+                        "for, instead "
+                        "of the current directory."),
         QStringLiteral("DIR"));
     return option;
 }
@@ -92,9 +90,11 @@ const QCommandLineOption& tourOption()
 {
     static const QCommandLineOption option(
         QStringLiteral("tour"),
-        tr("Visit every page on simulated boards, load a bitstream, save a picture of each page in "
-           "DIR, print the console to standard output, and end. Works in DIR unless --directory "
-           "says otherwise. Needs no display."),
+        CommandLine::tr(
+            "Visit every page on simulated boards, load a bitstream, save a picture of each page "
+            "in "
+            "DIR, print the console to standard output, and end. Works in DIR unless --directory "
+            "says otherwise. Needs no display."),
         QStringLiteral("DIR"));
     return option;
 }
@@ -134,12 +134,13 @@ QStringList separateScenario(const QStringList& arguments)
 
 void setUp(QCommandLineParser* parser, const QCommandLineOption& simulate)
 {
-    parser->setApplicationDescription(tr("Control panel of FPGA development boards."));
+    parser->setApplicationDescription(CommandLine::tr("Control panel of FPGA development boards."));
     parser->addOptions({debugOption(), simulate, scenarioOption(), directoryOption(), tourOption(),
                         versionOption(), helpOption()});
     parser->addPositionalArgument(
         QStringLiteral("bitstream"),
-        tr("A bitstream file to show as chosen on the Bitstream page. It is not loaded."),
+        CommandLine::tr(
+            "A bitstream file to show as chosen on the Bitstream page. It is not loaded."),
         QStringLiteral("[BITSTREAM]"));
 }
 

@@ -3,6 +3,7 @@
 
 #include "app/Options.h"
 
+#include <QCoreApplication>
 #include <QString>
 #include <QStringList>
 
@@ -14,6 +15,8 @@ namespace Kestoboard
 /// Reads the command line. Needs a QCoreApplication, and no display.
 class CommandLine
 {
+    Q_DECLARE_TR_FUNCTIONS(Kestoboard::CommandLine)
+
 public:
     enum class Action {
         Run,         ///< the options say how

@@ -14,11 +14,6 @@ namespace
 const char successMark[] = "COMMAND SUCCEEDED";
 const char failureMark[] = "COMMAND FAILED";
 
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("Kestoboard::ReplyVerdict", text);
-}
-
 bool isLoad(const std::string& command)
 {
     return command.rfind("chip bitstream load ", 0) == 0;
@@ -66,13 +61,18 @@ QString getHint(const QString& reason)
 {
     const std::pair<const char*, QString> hints[] = {
         {"permission denied",
-         tr("Your user may not open it: check the rights of the file, or of the board's device.")},
-        {"no such file", tr("The file has gone: choose it anew on the Bitstream page.")},
-        {"no board", tr("Connect a board, switch it on, and refresh the boards with F5.")},
-        {"not connected", tr("Connect the board, switch it on, and refresh the boards with F5.")},
-        {"no such device", tr("Connect the board, switch it on, and refresh the boards with F5.")},
-        {"no space left", tr("The disk is full: make room and try again.")},
-        {"busy", tr("Another program uses the board: end it and try again.")},
+         ReplyVerdict::tr(
+             "Your user may not open it: check the rights of the file, or of the board's device.")},
+        {"no such file",
+         ReplyVerdict::tr("The file has gone: choose it anew on the Bitstream page.")},
+        {"no board",
+         ReplyVerdict::tr("Connect a board, switch it on, and refresh the boards with F5.")},
+        {"not connected",
+         ReplyVerdict::tr("Connect the board, switch it on, and refresh the boards with F5.")},
+        {"no such device",
+         ReplyVerdict::tr("Connect the board, switch it on, and refresh the boards with F5.")},
+        {"no space left", ReplyVerdict::tr("The disk is full: make room and try again.")},
+        {"busy", ReplyVerdict::tr("Another program uses the board: end it and try again.")},
     };
     for (const auto& [words, hint] : hints) {
         if (reason.contains(QLatin1String(words), Qt::CaseInsensitive)) {

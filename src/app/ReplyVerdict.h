@@ -1,6 +1,7 @@
 #ifndef APP_REPLYVERDICT_H
 #define APP_REPLYVERDICT_H
 
+#include <QCoreApplication>
 #include <QString>
 
 #include <string>
@@ -10,6 +11,9 @@ namespace Kestoboard
 
 /// What a reply of the board tool says of its command.
 struct ReplyVerdict {
+    Q_DECLARE_TR_FUNCTIONS(Kestoboard::ReplyVerdict)
+
+public:
     enum class Outcome { Succeeded, Failed, Unknown };
 
     /// Reads a whole reply. The counters of a load count, else the later of the two end marks.

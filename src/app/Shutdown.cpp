@@ -7,6 +7,7 @@
 #include <Board/MainWindow.h>
 #include <Board/ScopeLeaf.h>
 #include <foundation/ForEachControler.h>
+#include <foundation/Theme.h>
 
 #include <QCoreApplication>
 #include <QEvent>
@@ -22,6 +23,8 @@ namespace Kestoboard
 
 namespace
 {
+
+const int boxIconSize = 48;
 
 Board::KSBaseHandler* getEngine()
 {
@@ -148,23 +151,30 @@ void Shutdown::ask(Board::MainWindow* window)
         question->activateWindow();
         return;
     }
-    question = new QMessageBox(window);
-    question->setObjectName(QStringLiteral("leaveQuestion"));
+    question = makeQuestion(window);
     question->setAttribute(Qt::WA_DeleteOnClose);
-    question->setIcon(QMessageBox::Warning);
-    question->setWindowTitle(tr("Leave Kestoboard"));
-    question->setText(tr("A bitstream is on its way to the board."));
-    question->setInformativeText(
-        tr("If you leave now, nobody will see whether it arrived. Leave all the same?"));
-    QPushButton* const leave = question->addButton(tr("Leave"), QMessageBox::DestructiveRole);
-    QPushButton* const stay = question->addButton(tr("Stay"), QMessageBox::RejectRole);
-    leave->setObjectName(QStringLiteral("leaveButton"));
-    stay->setObjectName(QStringLiteral("stayButton"));
-    question->setDefaultButton(stay);
-    question->setEscapeButton(stay);
-    connect(leave, &QPushButton::clicked, this, &Shutdown::request);
+    connect(question->findChild<QPushButton*>(QStringLiteral("leaveButton")), &QPushButton::clicked,
+            this, &Shutdown::request);
     // Not exec(): the question must not become one more wait on top of the others.
     question->open();
+}
+
+QMessageBox* Shutdown::makeQuestion(QWidget* parent)
+{
+    auto* const box = new QMessageBox(parent);
+    box->setObjectName(QStringLiteral("leaveQuestion"));
+    box->setIconPixmap(Orvex::theme->getIcon("warning").pixmap(boxIconSize, boxIconSize));
+    box->setWindowTitle(tr("Leave Kestoboard"));
+    box->setText(tr("A bitstream is on its way to the board."));
+    box->setInformativeText(
+        tr("If you leave now, nobody will see whether it arrived. Leave all the same?"));
+    QPushButton* const leave = box->addButton(tr("Leave"), QMessageBox::DestructiveRole);
+    QPushButton* const stay = box->addButton(tr("Stay"), QMessageBox::RejectRole);
+    leave->setObjectName(QStringLiteral("leaveButton"));
+    stay->setObjectName(QStringLiteral("stayButton"));
+    box->setDefaultButton(stay);
+    box->setEscapeButton(stay);
+    return box;
 }
 
 } // namespace Kestoboard

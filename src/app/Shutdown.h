@@ -5,6 +5,7 @@
 #include <QPointer>
 
 class QMessageBox;
+class QWidget;
 
 namespace Board
 {
@@ -41,6 +42,10 @@ public:
     void request();
     /// Ends the process at once, with the settings saved and status 0.
     [[noreturn]] void endNow();
+
+    /// The question whether to leave during a transfer, not shown yet. The parent owns it, or else
+    /// the caller.
+    static QMessageBox* makeQuestion(QWidget* parent);
 
     /// Has everybody save what the next run should find.
     void save();

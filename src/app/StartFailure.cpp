@@ -7,6 +7,7 @@
 #include <foundation/Encoding.h>
 #include <foundation/Exception.h>
 #include <foundation/PlainText.h>
+#include <foundation/Theme.h>
 
 #include <QCoreApplication>
 #include <QDir>
@@ -17,6 +18,7 @@
 
 #include <cstdio>
 #include <exception>
+#include <memory>
 
 namespace Kestoboard
 {
@@ -24,10 +26,7 @@ namespace Kestoboard
 namespace
 {
 
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("Kestoboard::StartFailure", text);
-}
+const int boxIconSize = 48;
 
 bool isToolMissing()
 {
@@ -46,19 +45,18 @@ bool isTranscriptWritable()
 StartFailure explain(const QString& message)
 {
     if (isToolMissing()) {
-        return {tr("The board tool ksbase2_cli is not on the search path."),
-                tr("Install the board tool, or add its directory to PATH. Without boards, the "
-                   "option --simulate shows the panel with simulated ones."),
-                SimulatedTool::exists()};
+        return StartFailure::getToolMissing();
     }
     if (!isTranscriptWritable() || message.contains(QLatin1String("ksbase.log"))) {
-        return {tr("The transcript ksbase.log cannot be written in %1.")
+        return {StartFailure::tr("The transcript ksbase.log cannot be written in %1.")
                     .arg(QDir::toNativeSeparators(QDir::currentPath())),
-                tr("Work in a directory that you may write to: name it with --directory."), false};
+                StartFailure::tr(
+                    "Work in a directory that you may write to: name it with --directory."),
+                false};
     }
     return {
-        tr("The panel could not start: %1.").arg(message),
-        tr("What the board tool said is in the transcript %1.")
+        StartFailure::tr("The panel could not start: %1.").arg(message),
+        StartFailure::tr("What the board tool said is in the transcript %1.")
             .arg(QDir::toNativeSeparators(QDir().absoluteFilePath(QStringLiteral("ksbase.log")))),
         false};
 }
@@ -86,23 +84,37 @@ StartFailure::StartFailure(const QString& whatIsWrong, const QString& whatToDo,
 {
 }
 
+StartFailure StartFailure::getToolMissing()
+{
+    return {tr("The board tool ksbase2_cli is not on the search path."),
+            tr("Install the board tool, or add its directory to PATH. Without boards, the option "
+               "--simulate shows the panel with simulated ones."),
+            SimulatedTool::exists()};
+}
+
 StartFailure::Choice StartFailure::tell() const
 {
     if (!hasDisplay()) {
         writeToStandardError(sentence + QLatin1Char('\n') + advice);
         return Choice::Quit;
     }
-    QMessageBox box(QMessageBox::Critical, tr("Kestoboard cannot start"), {});
-    setWords(&box, sentence, advice);
-    box.setObjectName(QStringLiteral("startFailure"));
-    QPushButton* simulate = nullptr;
+    const std::unique_ptr<QMessageBox> box(makeBox());
+    box->exec();
+    return box->buttonRole(box->clickedButton()) == QMessageBox::AcceptRole ? Choice::Simulate
+                                                                            : Choice::Quit;
+}
+
+QMessageBox* StartFailure::makeBox() const
+{
+    auto* const box = new QMessageBox(QMessageBox::NoIcon, tr("Kestoboard cannot start"), {});
+    setWords(box, sentence, advice);
+    box->setIconPixmap(Orvex::theme->getIcon("error").pixmap(boxIconSize, boxIconSize));
+    box->setObjectName(QStringLiteral("startFailure"));
     if (offersSimulation) {
-        simulate = box.addButton(tr("Show simulated boards"), QMessageBox::AcceptRole);
-        box.setDefaultButton(simulate);
+        box->setDefaultButton(box->addButton(tr("Show simulated boards"), QMessageBox::AcceptRole));
     }
-    box.addButton(tr("Quit"), QMessageBox::RejectRole);
-    box.exec();
-    return simulate != nullptr && box.clickedButton() == simulate ? Choice::Simulate : Choice::Quit;
+    box->addButton(tr("Quit"), QMessageBox::RejectRole);
+    return box;
 }
 
 QByteArray getTerminalText(const QString& text)

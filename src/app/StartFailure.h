@@ -2,6 +2,7 @@
 #define APP_STARTFAILURE_H
 
 #include <QByteArray>
+#include <QCoreApplication>
 #include <QString>
 
 class QMessageBox;
@@ -12,6 +13,8 @@ namespace Kestoboard
 /// Why no window could be made, told to a person.
 class StartFailure
 {
+    Q_DECLARE_TR_FUNCTIONS(Kestoboard::StartFailure)
+
 public:
     enum class Choice { Quit, Simulate };
 
@@ -27,6 +30,12 @@ public:
     /// Shows a box, or writes to standard error when there is no display, and returns what the
     /// person wants.
     Choice tell() const;
+
+    /// The box, not shown yet; the caller owns it.
+    QMessageBox* makeBox() const;
+
+    /// What is told when there is no board tool.
+    static StartFailure getToolMissing();
 
 private:
     QString sentence;

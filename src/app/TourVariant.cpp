@@ -6,16 +6,6 @@
 namespace Kestoboard
 {
 
-namespace
-{
-
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("Kestoboard::TourVariant", text);
-}
-
-} // namespace
-
 QVector<TourVariant> TourVariant::getAll()
 {
     QVector<TourVariant> variants;

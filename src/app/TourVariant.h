@@ -3,6 +3,7 @@
 
 #include <foundation/Theme.h>
 
+#include <QCoreApplication>
 #include <QString>
 #include <QVector>
 
@@ -11,6 +12,9 @@ namespace Kestoboard
 
 /// One way in which the tour shows the panel.
 struct TourVariant {
+    Q_DECLARE_TR_FUNCTIONS(Kestoboard::TourVariant)
+
+public:
     bool hasBoards;
     bool isDebug;
     Orvex::Theme::Scheme scheme;

@@ -5,6 +5,7 @@
 #include "app/StartFailure.h"
 
 #include <foundation/PlainText.h>
+#include <foundation/Theme.h>
 
 #include <QCoreApplication>
 #include <QDir>
@@ -12,16 +13,15 @@
 #include <QMessageBox>
 #include <QPushButton>
 
+#include <memory>
+
 namespace Kestoboard
 {
 
 namespace
 {
 
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("Kestoboard::WorkingDirectory", text);
-}
+const int boxIconSize = 48;
 
 } // namespace
 
@@ -56,28 +56,40 @@ bool WorkingDirectory::enter(const QString& path)
 
 QString WorkingDirectory::askForAnother() const
 {
-    const QString sentence =
-        tr("%1 works in %2.").arg(lock.getHolder(), QDir::toNativeSeparators(QDir::currentPath()));
-    const QString advice =
-        tr("Two panels in one directory would overwrite each other's transcript: "
-           "work in another directory.");
-    if (!hasDisplay()) {
-        writeToStandardError(sentence + QLatin1Char('\n') + advice +
-                             tr(" Name it with --directory."));
+    const std::unique_ptr<QMessageBox> box(hasDisplay() ? makeBox(lock.getHolder()) : nullptr);
+    if (box == nullptr) {
+        writeToStandardError(getComplaint(lock.getHolder()) + QLatin1Char('\n') + getAdvice() +
+                             QLatin1Char(' ') + tr("Name it with --directory."));
         return {};
     }
-    QMessageBox box(QMessageBox::Warning, tr("Directory in use"), {});
-    setWords(&box, sentence, advice);
-    box.setObjectName(QStringLiteral("directoryInUse"));
-    QPushButton* const choose =
-        box.addButton(tr("Choose another directory…"), QMessageBox::AcceptRole);
-    box.addButton(tr("Quit"), QMessageBox::RejectRole);
-    box.exec();
-    if (box.clickedButton() != choose) {
+    box->exec();
+    if (box->buttonRole(box->clickedButton()) != QMessageBox::AcceptRole) {
         return {};
     }
     return QFileDialog::getExistingDirectory(nullptr, tr("Directory to work in"),
                                              QDir::currentPath());
+}
+
+QMessageBox* WorkingDirectory::makeBox(const QString& holder)
+{
+    auto* const box = new QMessageBox(QMessageBox::NoIcon, tr("Directory in use"), {});
+    setWords(box, getComplaint(holder), getAdvice());
+    box->setIconPixmap(Orvex::theme->getIcon("warning").pixmap(boxIconSize, boxIconSize));
+    box->setObjectName(QStringLiteral("directoryInUse"));
+    box->setDefaultButton(box->addButton(tr("Choose another directory…"), QMessageBox::AcceptRole));
+    box->addButton(tr("Quit"), QMessageBox::RejectRole);
+    return box;
+}
+
+QString WorkingDirectory::getComplaint(const QString& holder)
+{
+    return tr("%1 works in %2.").arg(holder, QDir::toNativeSeparators(QDir::currentPath()));
+}
+
+QString WorkingDirectory::getAdvice()
+{
+    return tr("Two panels in one directory would overwrite each other's transcript: work in "
+              "another directory.");
 }
 
 } // namespace Kestoboard

@@ -3,7 +3,10 @@
 
 #include "app/DirectoryLock.h"
 
+#include <QCoreApplication>
 #include <QString>
+
+class QMessageBox;
 
 namespace Kestoboard
 {
@@ -11,6 +14,8 @@ namespace Kestoboard
 /// The directory that the panel works in, held against other panels.
 class WorkingDirectory
 {
+    Q_DECLARE_TR_FUNCTIONS(Kestoboard::WorkingDirectory)
+
 public:
     /// Makes a directory the current one, an empty path leaving the one that is, and takes it. Asks
     /// for another one when a panel works there already.
@@ -20,8 +25,14 @@ public:
     /// Lets the directory go; it stays the current one.
     void leave() { lock.release(); }
 
+    /// The question for another directory than the current one, in which the holder works; not
+    /// shown yet, and owned by the caller.
+    static QMessageBox* makeBox(const QString& holder);
+
 private:
     QString askForAnother() const;
+    static QString getComplaint(const QString& holder);
+    static QString getAdvice();
 
     DirectoryLock lock;
 };

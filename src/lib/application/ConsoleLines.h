@@ -33,7 +33,7 @@ struct ConsoleLine {
 /// would act on the text around them instead of showing, are replaced by visible signs.
 class ConsoleLines
 {
-    Q_DECLARE_TR_FUNCTIONS(ConsoleLines)
+    Q_DECLARE_TR_FUNCTIONS(Zandu::ConsoleLines)
 
 public:
     /// Characters of a line of the message that are shown in one line.
