@@ -3,6 +3,7 @@
 #include "app/SimulatedTool.h"
 
 #include <application/Application.h>
+#include <application/FixedFont.h>
 #include <foundation/Console.h>
 #include <foundation/Debug.h>
 #include <foundation/Encoding.h>
@@ -10,9 +11,10 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QDateTime>
 #include <QDialogButtonBox>
 #include <QDir>
-#include <QFontDatabase>
+#include <QFileInfo>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -30,13 +32,18 @@ namespace
 const int iconSize = 64;
 const int reportedLines = 20;
 
+/// The tool has no command that tells its version: its file tells one build from another.
 QString getToolDescription()
 {
-    const QString path = QStandardPaths::findExecutable(QStringLiteral("ksbase2_cli"));
-    if (path.isEmpty()) {
+    const QFileInfo tool(QStandardPaths::findExecutable(QStringLiteral("ksbase2_cli")));
+    if (!tool.isFile()) {
         return AboutDialog::tr("not on the search path any more");
     }
-    return SimulatedTool::isEnabled() ? AboutDialog::tr("%1 (simulated boards)").arg(path) : path;
+    const QString sentence = SimulatedTool::isEnabled()
+                                 ? AboutDialog::tr("%1 (simulated boards), %2 bytes of %3")
+                                 : AboutDialog::tr("%1, %2 bytes of %3");
+    return sentence.arg(tool.filePath(), QString::number(tool.size()),
+                        tool.lastModified().toString(Qt::ISODate));
 }
 
 QStringList getLatestLines()
@@ -64,8 +71,8 @@ AboutDialog::AboutDialog(QWidget* parent)
     report->setObjectName(QStringLiteral("report"));
     report->setAccessibleName(tr("Report"));
     report->setReadOnly(true);
-    report->setLineWrapMode(QPlainTextEdit::NoWrap);
-    report->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    report->setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    report->setFont(Zandu::getFixedFont());
 
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
     QPushButton* const copy =

@@ -1,9 +1,10 @@
 #include "app/LastWordsDialog.h"
 
+#include <application/FixedFont.h>
+
 #include <QApplication>
 #include <QClipboard>
 #include <QDialogButtonBox>
-#include <QFontDatabase>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -22,8 +23,8 @@ LastWordsDialog::LastWordsDialog(const QString& text)
     auto* const report = new QPlainTextEdit(text, this);
     report->setAccessibleName(tr("Last lines of the console"));
     report->setReadOnly(true);
-    report->setLineWrapMode(QPlainTextEdit::NoWrap);
-    report->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    report->setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    report->setFont(Zandu::getFixedFont());
     report->moveCursor(QTextCursor::End);
 
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);

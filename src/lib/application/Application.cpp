@@ -6,7 +6,7 @@ namespace Zandu
 Application* application = nullptr;
 
 Application::Application()
-    : copyright(QStringLiteral("Kestoboard " KESTOBOARD_VERSION " © 2026 the Kestoboard founders"))
+    : copyright(QStringLiteral("Kestoboard " KESTOBOARD_VERSION " © 2026"))
     , detailedCopyright(QStringLiteral("<b>Kestoboard " KESTOBOARD_VERSION "</b><br />"
                                        "© 2026 the Kestoboard founders"))
 {

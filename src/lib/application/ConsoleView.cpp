@@ -1,11 +1,11 @@
 #include <application/ConsoleView.h>
 
 #include <application/ConsoleGutter.h>
+#include <application/FixedFont.h>
 
 #include <foundation/Theme.h>
 
 #include <QElapsedTimer>
-#include <QFontDatabase>
 #include <QLocale>
 #include <QMimeData>
 #include <QScopedValueRollback>
@@ -72,16 +72,6 @@ QTextEdit::ExtraSelection getSelection(const QTextBlock& block, int column, int 
     selection.cursor.setPosition(block.position() + column);
     selection.cursor.setPosition(block.position() + column + length, QTextCursor::KeepAnchor);
     return selection;
-}
-
-QFont getFixedFont()
-{
-    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    if (!QFontInfo(font).fixedPitch()) {
-        font.setFamily(QStringLiteral("monospace"));
-        font.setStyleHint(QFont::Monospace);
-    }
-    return font;
 }
 
 QString getMark(const ConsoleLine& line)
