@@ -2,9 +2,11 @@
 
 #include "app/DesktopNotice.h"
 #include "app/ElidedLabel.h"
+#include "app/Initiative.h"
 #include "app/ReplyVerdict.h"
 
 #include <Board/KSBaseHandler.h>
+#include <foundation/Console.h>
 #include <foundation/Encoding.h>
 #include <foundation/ForEachControler.h>
 #include <foundation/Theme.h>
@@ -29,24 +31,17 @@ const std::chrono::milliseconds tick = 250ms;
 /// What the panel asks for by itself is usually over by then.
 const qint64 backgroundPatience = 1500;
 const int firstPatience = 10;
-/// Who waits so long for a transfer may have turned to something else.
-const qint64 longTransfer = 10'000;
+const qint64 longTransfer = 10000;
 const int iconSize = 16;
-const int widestLabel = 560;
-const qint64 minute = 60'000;
+const qint64 shortest = 100;
+const qint64 minute = 60000;
 
-QString getDuration(qint64 milliseconds)
-{
-    if (milliseconds < minute) {
-        return QLocale().toString(static_cast<double>(milliseconds) / 1000.0, 'f', 1) +
-               QStringLiteral(" s");
-    }
-    return QTime(0, 0).addMSecs(static_cast<int>(milliseconds)).toString(QStringLiteral("h:mm:ss"));
-}
-
+/// To the nearest second, as the engine's own message counts.
 QString getClock(qint64 milliseconds)
 {
-    return QTime(0, 0).addMSecs(static_cast<int>(milliseconds)).toString(QStringLiteral("m:ss"));
+    return QTime(0, 0)
+        .addSecs(static_cast<int>((milliseconds + 500) / 1000))
+        .toString(QStringLiteral("m:ss"));
 }
 
 /// The command without the directory of the file that it names.
@@ -66,6 +61,21 @@ bool isBackground(Type type)
     return type == Type::Refresh || type == Type::Monitor;
 }
 
+/// Whether a read was typed: what a person types is echoed on the console right before it is sent,
+/// what a page reads for itself is not.
+bool isEchoed(const QString& command)
+{
+    const std::deque<Orvex::Message> messages = Orvex::console->getRecentMessages();
+    return !messages.empty() && Orvex::getReadable(messages.back().text).contains(command);
+}
+
+/// Whether a command that has just been created is what the person asked for.
+bool isPersonal(Type type, const QString& command)
+{
+    return !isBackground(type) && Initiative::isPersons() &&
+           (!command.startsWith(QLatin1String("board get ")) || isEchoed(command));
+}
+
 QString getPatienceKey()
 {
     return QStringLiteral("Activity/patience");
@@ -78,18 +88,16 @@ ActivityIndicator::ActivityIndicator(Board::KSBaseHandler* observedEngine, QWidg
     , engine(observedEngine)
     , icon(new QLabel(this))
     , label(new ElidedLabel(this))
-    , lastText(tr("Idle"))
-    , lastIcon("")
 {
+    last.text = tr("Idle");
     setObjectName(QStringLiteral("activityIndicator"));
     icon->setFixedSize(iconSize, iconSize);
     label->setObjectName(QStringLiteral("activityLabel"));
-    label->setMaximumWidth(widestLabel);
     auto* const row = new QHBoxLayout(this);
     row->setContentsMargins(4, 0, 8, 0);
     row->setSpacing(5);
     row->addWidget(icon);
-    row->addWidget(label);
+    row->addWidget(label, 1);
 
     clock.start();
     connect(engine, &Board::KSBaseHandler::commandAdded, this, &ActivityIndicator::observe);
@@ -99,9 +107,21 @@ ActivityIndicator::ActivityIndicator(Board::KSBaseHandler* observedEngine, QWidg
     refresh();
 }
 
-QString ActivityIndicator::getText() const
+QString ActivityIndicator::getDuration(qint64 milliseconds)
 {
-    return text;
+    if (milliseconds < shortest) {
+        return tr("less than 0.1 s");
+    }
+    if (milliseconds < minute) {
+        return QLocale().toString(static_cast<double>(milliseconds) / 1000.0, 'f', 1) +
+               QStringLiteral(" s");
+    }
+    return QTime(0, 0).addMSecs(static_cast<int>(milliseconds)).toString(QStringLiteral("h:mm:ss"));
+}
+
+bool ActivityIndicator::isWorthNotice(Type type, qint64 milliseconds)
+{
+    return type == Type::Transfer && milliseconds >= longTransfer;
 }
 
 int ActivityIndicator::getPatience()
@@ -129,8 +149,9 @@ void ActivityIndicator::observe()
         }
         observed.insert(handler);
         connect(handler, &QObject::destroyed, this, [this, handler] { observed.remove(handler); });
-        pendings[handler] = {handler, getShortForm(Orvex::getReadable(handler->getCommand())),
-                             handler->getCommandType(), clock.elapsed()};
+        const QString command = Orvex::getReadable(handler->getCommand());
+        pendings[handler] = {handler, getShortForm(command), handler->getCommandType(),
+                             clock.elapsed(), isPersonal(handler->getCommandType(), command)};
         // Queued before whoever waits is told, so that the handler is still there.
         connect(
             handler, &Board::CommandHandler::resultReady, this,
@@ -145,44 +166,75 @@ void ActivityIndicator::observe()
 void ActivityIndicator::finish(Board::CommandHandler* handler)
 {
     const Pending pending = pendings.take(handler);
+    last.brief.clear();
     if (pending.handler) {
-        tellEnd(pending, pending.handler->getResult());
+        const std::string& reply = pending.handler->getResult();
+        const ReplyVerdict verdict = ReplyVerdict::fromReply(pending.command.toStdString(), reply);
+        tellEnd(pending, verdict);
     }
     lastEnd = clock.elapsed();
     refresh();
 }
 
-void ActivityIndicator::tellEnd(const Pending& pending, const std::string& reply)
+void ActivityIndicator::tellEnd(const Pending& pending, const ReplyVerdict& verdict)
 {
-    const ReplyVerdict verdict = ReplyVerdict::fromReply(pending.command.toStdString(), reply);
-    // The Monitoring page itself shows what came of its readings.
-    if (pending.type == Type::Monitor ||
-        (pending.type == Type::Refresh && verdict.outcome == ReplyVerdict::Outcome::Succeeded)) {
+    const qint64 elapsed = clock.elapsed() - getStart(pending);
+    if (pending.isPersons) {
+        last = getEnd(pending.command, verdict, getDuration(elapsed));
+        isTroubleNew = false;
+        tellHint(pending, verdict);
+    } else if (pending.type == Type::Refresh) {
+        const bool isTrouble = verdict.outcome != ReplyVerdict::Outcome::Succeeded;
+        if (isTrouble && trouble.text.isEmpty()) {
+            isTroubleNew = true;
+            tellHint(pending, verdict);
+        }
+        isTroubleNew = isTroubleNew && isTrouble;
+        trouble = isTrouble ? getEnd(pending.command, verdict, getDuration(elapsed)) : State();
+    }
+    if (isWorthNotice(pending.type, elapsed)) {
+        notify(window(), last.text);
+    }
+}
+
+/// What can be done stands on the console as well, where it is never cut off: below the verdict,
+/// which the engine prints between the end of the handler and the next event.
+void ActivityIndicator::tellHint(const Pending& pending, const ReplyVerdict& verdict)
+{
+    if (verdict.hint.isEmpty()) {
         return;
     }
-    const qint64 elapsed = clock.elapsed() - getStart(pending);
-    const QString duration = getDuration(elapsed);
+    const QString words = verdict.reason + QStringLiteral(" – ") + verdict.hint;
+    connect(pending.handler.data(), &QObject::destroyed, this, [this, words] {
+        QTimer::singleShot(0, this,
+                           [words] { Orvex::console->warning(words.toUtf8().constData(), ""); });
+    });
+}
+
+ActivityIndicator::State ActivityIndicator::getEnd(const QString& command,
+                                                   const ReplyVerdict& verdict,
+                                                   const QString& duration)
+{
+    State end;
     switch (verdict.outcome) {
     case ReplyVerdict::Outcome::Succeeded:
-        lastIcon = "success";
-        lastText = tr("\"%1\" succeeded after %2").arg(pending.command, duration);
+        end = {"success", tr("\"%1\" succeeded after %2").arg(command, duration),
+               tr("Succeeded after %1").arg(duration)};
         break;
     case ReplyVerdict::Outcome::Failed:
-        lastIcon = "error";
-        lastText = tr("\"%1\" failed after %2").arg(pending.command, duration);
+        end = {"error", tr("\"%1\" failed after %2").arg(command, duration),
+               tr("Failed after %1").arg(duration)};
         break;
     case ReplyVerdict::Outcome::Unknown:
-        lastIcon = "warning";
-        lastText = tr("\"%1\" ended after %2, nobody knows how").arg(pending.command, duration);
+        end = {"warning", tr("\"%1\" ended after %2, nobody knows how").arg(command, duration),
+               tr("Ended after %1, nobody knows how").arg(duration)};
         break;
     }
     if (!verdict.reason.isEmpty()) {
-        lastText += QStringLiteral(" – ") +
+        end.text += QStringLiteral(" – ") +
                     QStringList{verdict.reason, verdict.hint}.join(QLatin1Char(' ')).trimmed();
     }
-    if (pending.type == Type::Transfer && elapsed >= longTransfer) {
-        notify(window(), lastText);
-    }
+    return end;
 }
 
 /// When the board tool could begin with a command: it does one after the other.
@@ -212,26 +264,36 @@ void ActivityIndicator::refresh()
     if (pendings.isEmpty()) {
         ticker.stop();
     }
-    const Pending* const running = getRunning();
-    const qint64 elapsed = running != nullptr ? clock.elapsed() - getStart(*running) : 0;
-    if (running == nullptr || (isBackground(running->type) && elapsed < backgroundPatience)) {
-        present(lastIcon, lastText);
-    } else if (isLate(*running, elapsed)) {
-        present("warning", tr("No answer to \"%1\" for %2: the board tool may be busy or stuck")
-                               .arg(running->command, getClock(elapsed)));
-    } else {
-        present("time", tr("Running \"%1\" (%2)").arg(running->command, getClock(elapsed)));
-    }
+    present(getState());
 }
 
-void ActivityIndicator::present(const char* iconName, const QString& words)
+ActivityIndicator::State ActivityIndicator::getState() const
 {
-    icon->setPixmap(Orvex::theme->getIcon(iconName).pixmap(iconSize, iconSize));
-    if (words == text) {
-        return;
+    const Pending* const running = getRunning();
+    const qint64 elapsed = running != nullptr ? clock.elapsed() - getStart(*running) : 0;
+    if (running == nullptr || (!running->isPersons && elapsed < backgroundPatience)) {
+        return isTroubleNew ? trouble : last;
     }
-    text = words;
-    label->setLine(text);
+    const QString time = getClock(elapsed);
+    if (isLate(*running, elapsed)) {
+        return {
+            "warning",
+            tr("No answer to \"%1\" for %2: wait, or end the board tool ksbase2_cli and start the "
+               "panel again")
+                .arg(running->command, time),
+            tr("No answer for %1: wait, or end ksbase2_cli").arg(time)};
+    }
+    return {"time", tr("Running \"%1\" (%2)").arg(running->command, time), time};
+}
+
+void ActivityIndicator::present(const State& state)
+{
+    icon->setPixmap(Orvex::theme->getIcon(state.icon).pixmap(iconSize, iconSize));
+    if (state.text != shown.text) {
+        label->setLine(state.text);
+    }
+    shown = state;
+    emit changed();
 }
 
 } // namespace Kestoboard

@@ -10,6 +10,8 @@
 #include <QTimer>
 #include <QWidget>
 
+#include <string>
+
 class QLabel;
 
 namespace Board
@@ -21,12 +23,15 @@ namespace Kestoboard
 {
 
 class ElidedLabel;
+struct ReplyVerdict;
 
 /// Says what the board tool is at: nothing, a command and for how long, or how the last command
 /// ended, which stays until the next one.
 ///
-/// What the panel asks for by itself every few seconds, the listings and the readings of the
-/// monitors, is told only when it takes long: the indicator is calm.
+/// The verdict is that of what the person asked for last. What the panel asks for by itself, the
+/// listings, the readings and the state of a board that was chosen, is told only while it takes
+/// long; a listing that fails is told until one succeeds or the person goes on. So the indicator is
+/// calm.
 class ActivityIndicator : public QWidget
 {
     Q_OBJECT
@@ -36,7 +41,18 @@ public:
     ActivityIndicator(Board::KSBaseHandler* observedEngine, QWidget* parent);
 
     /// The state in words.
-    QString getText() const;
+    QString getText() const { return shown.text; }
+    /// The state in a word or two, beside the text of the command; empty when the command that has
+    /// just ended is none whose verdict is told.
+    QString getBrief() const { return shown.brief; }
+    /// The name of the icon of the state.
+    std::string getIconName() const { return shown.icon; }
+
+    /// How long something took, in words that stand behind "after".
+    static QString getDuration(qint64 milliseconds);
+    /// Whether who waited so long for a command may have turned to something else, and is to be
+    /// told by the desktop.
+    static bool isWorthNotice(Board::CommandHandler::CommandType type, qint64 milliseconds);
 
     /// How long a command may take before the tool counts as stuck, in seconds; 0 for ever.
     /// Transfers never count. Stored for the next run.
@@ -45,13 +61,25 @@ public:
     static void setPatience(int seconds);
     /// @}
 
+signals:
+    /// The state has changed, or the colours that it is shown in.
+    void changed();
+
 private:
+    /// What is to be seen.
+    struct State {
+        const char* icon = "";
+        QString text;
+        QString brief;
+    };
+
     /// A command that is waited for.
     struct Pending {
         QPointer<Board::CommandHandler> handler;
         QString command;
         Board::CommandHandler::CommandType type = Board::CommandHandler::CommandType::Invalid;
-        qint64 created = 0; ///< milliseconds of the clock
+        qint64 created = 0;     ///< milliseconds of the clock
+        bool isPersons = false; ///< whether the person asked for it
     };
 
     void observe();
@@ -60,8 +88,12 @@ private:
     const Pending* getRunning() const;
     bool isLate(const Pending& pending, qint64 elapsed) const;
     qint64 getStart(const Pending& pending) const;
-    void tellEnd(const Pending& pending, const std::string& reply);
-    void present(const char* iconName, const QString& words);
+    void tellEnd(const Pending& pending, const ReplyVerdict& verdict);
+    void tellHint(const Pending& pending, const ReplyVerdict& verdict);
+    static State getEnd(const QString& command, const ReplyVerdict& verdict,
+                        const QString& duration);
+    State getState() const;
+    void present(const State& state);
 
     Board::KSBaseHandler* const engine;
     QMap<Board::CommandHandler*, Pending> pendings;
@@ -73,10 +105,12 @@ private:
     QTimer ticker;
     QLabel* icon;
     ElidedLabel* label;
-    QString text;
-    /// What is shown while nothing runs.
-    QString lastText;
-    const char* lastIcon;
+    State shown;
+    /// How the person's last command ended.
+    State last;
+    /// The listing that failed, for as long as none has succeeded since.
+    State trouble;
+    bool isTroubleNew = false;
 };
 
 } // namespace Kestoboard

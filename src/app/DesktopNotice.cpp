@@ -1,7 +1,5 @@
 #include "app/DesktopNotice.h"
 
-#include "app/Display.h"
-
 #include <foundation/PlainText.h>
 
 #include <QApplication>
@@ -21,7 +19,7 @@ QString getNoticeBody(const QString& sentence)
 
 void notify(QWidget* window, const QString& sentence)
 {
-    if (window->isActiveWindow() || !hasDisplay()) {
+    if (window->isActiveWindow()) {
         return;
     }
     QApplication::alert(window);

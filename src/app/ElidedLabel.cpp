@@ -40,7 +40,7 @@ void ElidedLabel::paintEvent(QPaintEvent* /*event*/)
 {
     QStylePainter painter(this);
     painter.drawItemText(contentsRect(), Qt::AlignVCenter | Qt::AlignLeft, palette(), isEnabled(),
-                         fontMetrics().elidedText(text(), Qt::ElideMiddle, contentsRect().width()),
+                         fontMetrics().elidedText(text(), Qt::ElideRight, contentsRect().width()),
                          foregroundRole());
 }
 

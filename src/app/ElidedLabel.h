@@ -6,8 +6,8 @@
 namespace Kestoboard
 {
 
-/// A line of plain text that gives way where there is little room: what does not fit is left out in
-/// its middle, and all of it stands in the tool tip.
+/// A line of plain text that gives way where there is little room: what does not fit is left out at
+/// its end, and all of it stands in the tool tip.
 class ElidedLabel : public QLabel
 {
     Q_OBJECT

@@ -19,8 +19,10 @@
 #include <QDesktopServices>
 #include <QDir>
 #include <QFileDialog>
+#include <QHeaderView>
 #include <QMenu>
 #include <QMenuBar>
+#include <QTreeView>
 #include <QUrl>
 
 namespace Kestoboard
@@ -28,6 +30,8 @@ namespace Kestoboard
 
 namespace
 {
+
+const QSize chooserSize(760, 480);
 
 QKeySequence getKeys(const QString& keys)
 {
@@ -200,6 +204,11 @@ void Menus::openBitstream()
     const QString patterns =
         Orvex::isDebug() ? QStringLiteral("*.ksb *.bbs *.bts") : QStringLiteral("*.ksb");
     dialog->setNameFilters({tr("Bitstreams (%1)").arg(patterns), tr("All files (*)")});
+    if (auto* const list = dialog->findChild<QTreeView*>()) {
+        // Where the desktop has no dialog of its own, sizes and dates are seen whole.
+        list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+        dialog->resize(chooserSize);
+    }
     connect(dialog, &QFileDialog::fileSelected, targets.drops, &DropTarget::offer);
     dialog->open();
 }

@@ -1,5 +1,7 @@
 #include "app/PanelApplication.h"
 
+#include "app/Initiative.h"
+
 #include <foundation/Exception.h>
 
 #include <QEvent>
@@ -45,6 +47,7 @@ void PanelApplication::setNames()
 
 bool PanelApplication::notify(QObject* receiver, QEvent* event)
 {
+    const Initiative::Delivery delivery(receiver, event);
     try {
         return QApplication::notify(receiver, event);
     } catch (const Orvex::Exception& failure) {

@@ -5,6 +5,7 @@
 #include "app/PanelApplication.h"
 #include "app/SimulatedTool.h"
 #include "app/StartFailure.h"
+#include "app/TourStates.h"
 #include "app/WindowFurniture.h"
 
 #include <Board/BitstreamLeaf.h>
@@ -104,6 +105,9 @@ int Tour::run()
         for (const TourVariant& variant : TourVariant::getAll()) {
             visit(variant);
         }
+        for (const auto scheme : {Orvex::Theme::Scheme::Light, Orvex::Theme::Scheme::Dark}) {
+            visitStates({true, false, scheme});
+        }
         return EXIT_SUCCESS;
     } catch (const Orvex::Exception&) {
         StartFailure::fromCurrentException().tell();
@@ -134,13 +138,8 @@ void Tour::prepare()
 void Tour::visit(const TourVariant& variant)
 {
     tell(tr("Visiting the panel %1").arg(variant.getDescription()));
-    beginConsole();
     chooseScenario(variant);
-    Orvex::setDebug(variant.isDebug);
-    schemes.choose(variant.scheme == Orvex::Theme::Scheme::Dark ? SchemeChoice::Choice::Dark
-                                                                : SchemeChoice::Choice::Light);
-
-    awaited = tr("the first listing of the boards");
+    begin(variant);
     const std::unique_ptr<Board::MainWindow, EndWindow> window(new Board::MainWindow);
     const WindowFurniture furniture(window.get(), &schemes, &shutdown);
     window->resize(windowSize);
@@ -153,6 +152,40 @@ void Tour::visit(const TourVariant& variant)
         loadBitstream(window.get());
     }
     visitPages(window.get(), variant);
+}
+
+/// Another bench, on which things go wrong.
+void Tour::visitStates(const TourVariant& variant)
+{
+    tell(tr("Visiting the states of the panel %1").arg(variant.getDescription()));
+    const QString scenario = settings.filePath(QStringLiteral("states.toml"));
+    writeFile(scenario, TourStates::getScenario());
+    SimulatedTool::enable(scenario);
+    QSettings().clear();
+    begin(variant);
+    const std::unique_ptr<Board::MainWindow, EndWindow> window(new Board::MainWindow);
+    const WindowFurniture furniture(window.get(), &schemes, &shutdown);
+    window->resize(windowSize);
+    window->show();
+    window->activateWindow();
+    TourStates states(
+        window.get(),
+        [this](const QString& what, const std::function<bool()>& isThere) {
+            waitFor(what, isThere);
+        },
+        [this, &variant](const QPixmap& picture, const QString& name) {
+            savePicture(picture, variant.getFileName(name));
+        });
+    states.visit(bitstream);
+}
+
+void Tour::begin(const TourVariant& variant)
+{
+    beginConsole();
+    Orvex::setDebug(variant.isDebug);
+    schemes.choose(variant.scheme == Orvex::Theme::Scheme::Dark ? SchemeChoice::Choice::Dark
+                                                                : SchemeChoice::Choice::Light);
+    awaited = tr("the first listing of the boards");
 }
 
 /// Each window shows what was said to it alone.
@@ -222,13 +255,13 @@ void Tour::visitPage(Board::MainWindow* window, const TourVariant& variant, cons
         return folio->getCurrentIndex() == index && engine.getCommandHandlers().isEmpty() &&
                variant.hasBoards != monitoring->getMonitoringChannels().isEmpty();
     });
-    savePicture(window, variant.getFileName(name));
+    savePicture(window->grab(), variant.getFileName(name));
 }
 
-void Tour::savePicture(Board::MainWindow* window, const QString& fileName)
+void Tour::savePicture(const QPixmap& picture, const QString& fileName)
 {
     const QString path = pictures.absoluteFilePath(fileName);
-    if (!window->grab().save(path, "PNG")) {
+    if (!picture.save(path, "PNG")) {
         fail(tr("The picture %1 cannot be written.").arg(path));
     }
 }

@@ -26,8 +26,8 @@ namespace Kestoboard
 class ConsolePrinter;
 
 /// Visits every page of the panel on simulated boards, loads a bitstream, and saves a picture of
-/// each page: with boards and without, in both modes, light and dark. What the console says goes to
-/// standard output.
+/// each page: with boards and without, in both modes, light and dark; then one of each dialog and
+/// state, both light and dark. What the console says goes to standard output.
 ///
 /// It uses the panel as a person does, waits for what it expects to see, and gives up with a
 /// sentence when it does not come. Settings of the person are neither read nor changed.
@@ -45,13 +45,15 @@ public:
 private:
     void prepare();
     void visit(const TourVariant& variant);
+    void visitStates(const TourVariant& variant);
+    void begin(const TourVariant& variant);
     void beginConsole();
     void chooseScenario(const TourVariant& variant);
     void loadBitstream(Board::MainWindow* window);
     void visitPages(Board::MainWindow* window, const TourVariant& variant);
     void visitPage(Board::MainWindow* window, const TourVariant& variant, const QString& name,
                    long index);
-    void savePicture(Board::MainWindow* window, const QString& fileName);
+    void savePicture(const QPixmap& picture, const QString& fileName);
     void waitFor(const QString& what, const std::function<bool()>& isThere);
     [[noreturn]] void giveUp();
 

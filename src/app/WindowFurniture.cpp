@@ -1,10 +1,13 @@
 #include "app/WindowFurniture.h"
 
+#include "app/ActivityBrief.h"
 #include "app/ActivityIndicator.h"
 #include "app/DropTarget.h"
+#include "app/EmptyListRemark.h"
 #include "app/Menus.h"
 #include "app/OneLineValidator.h"
 #include "app/SimulatedTool.h"
+#include "app/TranscriptWatch.h"
 
 #include <Board/BrowseFolio.h>
 #include <Board/MainWindow.h>
@@ -27,6 +30,8 @@ WindowFurniture::WindowFurniture(Board::MainWindow* panel, SchemeChoice* schemes
     setTitle();
     keepFieldsToOneLine();
     addIndicator();
+    addRemarks();
+    new TranscriptWatch(window->getKSBaseHandler(), window);
     auto* const drops = new DropTarget(window);
     new Menus(window, {shutdown, &state, schemes, drops});
     state.restore();
@@ -67,8 +72,21 @@ void WindowFurniture::keepFieldsToOneLine()
 void WindowFurniture::addIndicator()
 {
     QStatusBar* const bar = window->statusBar();
+    auto* const indicator = new ActivityIndicator(window->getKSBaseHandler(), bar);
+    // The bar takes it away for as long as the engine's message stands in its place.
+    bar->addWidget(indicator, 1);
     // Before the label that the window has put there.
-    bar->insertPermanentWidget(0, new ActivityIndicator(window->getKSBaseHandler(), bar));
+    bar->insertPermanentWidget(1, new ActivityBrief(indicator, bar));
+}
+
+void WindowFurniture::addRemarks()
+{
+    if (auto* const recent = window->findChild<Board::BrowseFolio::RecentWidget*>()) {
+        new EmptyListRemark(recent, QCoreApplication::translate(
+                                        "Kestoboard::WindowFurniture",
+                                        "The bitstreams that were loaded last will be here. Choose "
+                                        "one under Browse, or drop it on the window."));
+    }
 }
 
 /// The page that shows at the start is there to choose a file.

@@ -15,7 +15,8 @@ namespace Kestoboard
 class Shutdown;
 
 /// What the application adds to a window of the panel: title, menus, the activity in the status
-/// bar, files dropped on it, and the layout of the run before. It goes just before the window.
+/// bar, remarks, files dropped on it, a watch over the transcript, and the layout of the run
+/// before. It goes just before the window.
 class WindowFurniture
 {
 public:
@@ -28,6 +29,7 @@ private:
     /// Text that is pasted or dropped into a field never becomes a second command.
     void keepFieldsToOneLine();
     void addIndicator();
+    void addRemarks();
     void setTitle();
     void focusFirstControl();
 

@@ -1,14 +1,26 @@
 #include "app/ActivityIndicator.h"
 
+#include "app/ActivityBrief.h"
+#include "app/DesktopNotice.h"
+#include "app/Initiative.h"
 #include "app/ReplyVerdict.h"
 #include "support/Bench.h"
+#include "support/ConsoleRecorder.h"
 #include "support/Panel.h"
 #include "support/TestMain.h"
+#include "support/When.h"
 
 #include <Board/KSBaseHandler.h>
+#include <foundation/Console.h>
 
+#include <QDir>
+#include <QFile>
+#include <QKeyEvent>
 #include <QLabel>
+#include <QPushButton>
+#include <QRegularExpression>
 #include <QSettings>
+#include <QStatusBar>
 #include <QTimer>
 
 #include <functional>
@@ -20,6 +32,27 @@ using Test::Bench;
 using Test::Panel;
 
 Q_DECLARE_METATYPE(Outcome)
+Q_DECLARE_METATYPE(Test::CommandType)
+
+namespace
+{
+
+const int longestWait = 60'000;
+
+/// Knows at whose wish an event is delivered, as the panel's own application does.
+class Application : public Test::TestApplication
+{
+public:
+    using TestApplication::TestApplication;
+
+    bool notify(QObject* receiver, QEvent* event) override
+    {
+        const Kestoboard::Initiative::Delivery delivery(receiver, event);
+        return TestApplication::notify(receiver, event);
+    }
+};
+
+} // namespace
 
 class TestActivityIndicator : public QObject
 {
@@ -45,8 +78,25 @@ private slots:
     void aListingThatFailsIsTold();
     void theDirectoryOfAFileIsLeftOut();
     void aQueueIsToldInItsOrder();
+    void aDurationIsNeverNothing_data();
+    void aDurationIsNeverNothing();
+    void whatAPageReadsLeavesTheVerdict();
+    void aReadThatWasTypedIsTold();
+    void whatATimerDoesLeavesTheVerdict();
+    void whatAPersonDoesInTheWaitOfATimerIsTold();
+    void aHintStandsOnTheConsoleBelowTheVerdict();
+    void aFailedListingIsToldUntilOneSucceeds();
+    void aFailedListingGivesWayToThePerson();
+    void aLongTransferIsWorthANotice_data();
+    void aLongTransferIsWorthANotice();
+    void aNoticeGoesToTheDesktopWhenTheWindowIsInTheBackground();
+    void aMessageLeavesTheTimeAndTheVerdict();
+    void aMessageOfAReadLeavesNoOldVerdict();
 
 private:
+    /// Has a timer of the panel do something, as the poll does.
+    void doByTimer(const std::function<void()>& work);
+
     /// Does something, inside whatever is waiting then, as soon as the indicator says that.
     void whenTold(const QString& beginning, const std::function<void()>& work);
 
@@ -77,10 +127,26 @@ void TestActivityIndicator::whenTold(const QString& beginning, const std::functi
     connect(timer, &QTimer::timeout, this, [this, timer, beginning, work] {
         if (indicator->getText().startsWith(beginning)) {
             timer->stop();
+            // A person does it, and not the timer that has looked for the moment.
+            const QKeyEvent press(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+            const Kestoboard::Initiative::Delivery delivery(this, &press);
             work();
         }
     });
     timer->start(5);
+}
+
+void TestActivityIndicator::doByTimer(const std::function<void()>& work)
+{
+    QTimer timer;
+    bool isDone = false;
+    connect(&timer, &QTimer::timeout, this, [&] {
+        timer.stop();
+        work();
+        isDone = true;
+    });
+    timer.start(1);
+    QTRY_VERIFY_WITH_TIMEOUT(isDone, longestWait);
 }
 
 void TestActivityIndicator::theLaterMarkOfAReplyIsItsVerdict_data()
@@ -282,5 +348,213 @@ void TestActivityIndicator::aQueueIsToldInItsOrder()
                  qPrintable(indicator->getText()));
 }
 
-KESTOBOARD_TEST_MAIN(TestActivityIndicator)
+void TestActivityIndicator::aDurationIsNeverNothing_data()
+{
+    QTest::addColumn<int>("milliseconds");
+    QTest::addColumn<QString>("words");
+    QTest::newRow("nothing") << 0 << "less than 0.1 s";
+    QTest::newRow("a blink") << 99 << "less than 0.1 s";
+    QTest::newRow("a tenth") << 100 << "0.1 s";
+    QTest::newRow("seconds") << 12'340 << "12.3 s";
+    QTest::newRow("minutes") << 83'000 << "0:01:23";
+    QTest::newRow("hours") << 3'723'000 << "1:02:03";
+}
+
+void TestActivityIndicator::aDurationIsNeverNothing()
+{
+    QFETCH(int, milliseconds);
+    QFETCH(QString, words);
+    QCOMPARE(ActivityIndicator::getDuration(milliseconds), words);
+}
+
+void TestActivityIndicator::whatAPageReadsLeavesTheVerdict()
+{
+    panel->getEngine()->setForceBit(true);
+    QTRY_VERIFY(indicator->getText().startsWith("\"board set force_bit on\""));
+    const QString told = indicator->getText();
+    panel->getEngine()->getMode();
+    panel->getEngine()->getForceBit();
+    QCOMPARE(indicator->getText(), told);
+}
+
+void TestActivityIndicator::aReadThatWasTypedIsTold()
+{
+    const Test::DebugMode mode(true);
+    // As the command row and the command files do it.
+    Orvex::console->print("board get mode", "");
+    panel->getEngine()->sendCommand("board get mode");
+    QTRY_VERIFY2(indicator->getText().startsWith("\"board get mode\" "),
+                 qPrintable(indicator->getText()));
+}
+
+void TestActivityIndicator::whatATimerDoesLeavesTheVerdict()
+{
+    panel->getEngine()->setForceBit(true);
+    QTRY_VERIFY(indicator->getText().startsWith("\"board set force_bit on\""));
+    const QString told = indicator->getText();
+    bench->setScenario(Bench::board("KS-Dev A"));
+    doByTimer([this] { panel->getEngine()->refreshTamsaMap(); });
+    // The new board has been brought up.
+    QCOMPARE(bench->count("board set reset off"), 1);
+    QCOMPARE(indicator->getText(), told);
+}
+
+void TestActivityIndicator::whatAPersonDoesInTheWaitOfATimerIsTold()
+{
+    bench->setScenario(bench->hold("board list"));
+    QPushButton button;
+    bool isPressed = false;
+    connect(&button, &QPushButton::clicked, this, [&] {
+        isPressed = true;
+        panel->getEngine()->setForceBit(true);
+    });
+    doByTimer([&] {
+        Test::when(
+            &button, [this] { return bench->count("board list") > 1; },
+            [&] {
+                bench->release();
+                QTest::mouseClick(&button, Qt::LeftButton);
+            });
+        // The press comes in the wait of one of these.
+        while (!isPressed) {
+            panel->getEngine()->refreshTamsaMap();
+        }
+    });
+    QTRY_VERIFY2(indicator->getText().startsWith("\"board set force_bit on\""),
+                 qPrintable(indicator->getText()));
+}
+
+void TestActivityIndicator::aHintStandsOnTheConsoleBelowTheVerdict()
+{
+    bench->setScenario(
+        Bench::reply("board set force_bit", "Error: Permission denied\nCOMMAND FAILED\n"));
+    panel->getEngine()->refreshTamsaMap();
+    const Test::ConsoleRecorder recorder;
+    panel->getEngine()->setForceBit(true);
+    QTRY_COMPARE(recorder.getLines().size(), 2);
+    QCOMPARE(recorder.getLines().first(), QString("E: Setting of force bit failed"));
+    QVERIFY2(recorder.getLines().last().startsWith("W: Error: Permission denied – ") &&
+                 recorder.getLines().last().contains("check the rights"),
+             qPrintable(recorder.getLines().last()));
+}
+
+void TestActivityIndicator::aFailedListingIsToldUntilOneSucceeds()
+{
+    panel->getEngine()->setForceBit(true);
+    QTRY_VERIFY(indicator->getText().startsWith("\"board set force_bit on\""));
+    const QString told = indicator->getText();
+    bench->setScenario(Bench::reply("board list", "Error: Permission denied\nCOMMAND FAILED\n"));
+    panel->getEngine()->refreshTamsaMap();
+    panel->getEngine()->refreshTamsaMap();
+    QTRY_VERIFY2(indicator->getText().contains("check the rights"),
+                 qPrintable(indicator->getText()));
+    bench->setScenario({});
+    panel->getEngine()->refreshTamsaMap();
+    panel->getEngine()->refreshTamsaMap();
+    QTRY_COMPARE(indicator->getText(), told);
+}
+
+void TestActivityIndicator::aFailedListingGivesWayToThePerson()
+{
+    bench->setScenario(Bench::reply("board list", "COMMAND FAILED\n"));
+    panel->getEngine()->refreshTamsaMap();
+    panel->getEngine()->refreshTamsaMap();
+    QTRY_VERIFY(indicator->getText().startsWith("\"board list\" failed"));
+    panel->getEngine()->setForceBit(true);
+    QTRY_VERIFY(indicator->getText().startsWith("\"board set force_bit on\""));
+    const QString told = indicator->getText();
+    panel->getEngine()->refreshTamsaMap();
+    QCOMPARE(indicator->getText(), told);
+}
+
+void TestActivityIndicator::aLongTransferIsWorthANotice_data()
+{
+    QTest::addColumn<Test::CommandType>("type");
+    QTest::addColumn<int>("milliseconds");
+    QTest::addColumn<bool>("isWorth");
+    QTest::newRow("transfer, ten seconds") << Test::CommandType::Transfer << 10'000 << true;
+    QTest::newRow("transfer, less") << Test::CommandType::Transfer << 9'999 << false;
+    QTest::newRow("setting") << Test::CommandType::Control << 60'000 << false;
+    QTest::newRow("listing") << Test::CommandType::Refresh << 60'000 << false;
+}
+
+void TestActivityIndicator::aLongTransferIsWorthANotice()
+{
+    QFETCH(Test::CommandType, type);
+    QFETCH(int, milliseconds);
+    QTEST(ActivityIndicator::isWorthNotice(type, milliseconds), "isWorth");
+}
+
+void TestActivityIndicator::aNoticeGoesToTheDesktopWhenTheWindowIsInTheBackground()
+{
+    // A notifier of the desktop that writes down what it is asked to show.
+    const QString told = bench->getPath("told");
+    const QByteArray formerPath = qgetenv("PATH");
+    QFile notifier(bench->writeFile(
+        "notify-send", "#!/bin/sh\nprintf '%s\\n' \"$@\" > told.part && mv told.part told\n"));
+    notifier.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+    qputenv("PATH", QDir::currentPath().toUtf8() + ':' + formerPath);
+    QWidget front;
+    QWidget back;
+    back.show();
+    front.show();
+    QApplication::setActiveWindow(&front);
+    QVERIFY(QTest::qWaitForWindowActive(&front));
+    Kestoboard::notify(&front, "in sight");
+    Kestoboard::notify(&back, "\"load <b>&\" succeeded");
+    qputenv("PATH", formerPath);
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(told), longestWait);
+    const QByteArray lines = bench->readFile("told");
+    QVERIFY2(lines.endsWith("Kestoboard\n&quot;load &lt;b&gt;&amp;&quot; succeeded\n"),
+             lines.constData());
+    QVERIFY(!lines.contains("in sight"));
+}
+
+void TestActivityIndicator::aMessageLeavesTheTimeAndTheVerdict()
+{
+    bench->setScenario(bench->hold("board set force_bit"));
+    panel->getEngine()->refreshTamsaMap();
+    QStatusBar* const bar = panel->getWindow()->statusBar();
+    auto* const own = new ActivityIndicator(panel->getEngine(), bar);
+    bar->addWidget(own, 1);
+    auto* const brief = new Kestoboard::ActivityBrief(own, bar);
+    bar->insertPermanentWidget(1, brief);
+    panel->getWindow()->show();
+    QVERIFY(own->isVisible());
+    QVERIFY(!brief->isVisible());
+    // The engine's message comes with the first second.
+    QString time;
+    Test::when(
+        own, [bar] { return !bar->currentMessage().isEmpty(); },
+        [&] {
+            bench->release();
+            time = own->getBrief();
+            QVERIFY(!own->isVisible());
+            QVERIFY(brief->isVisible());
+        });
+    panel->getEngine()->setForceBit(true);
+    QVERIFY2(QRegularExpression("^0:[0-9][0-9]$").match(time).hasMatch(), qPrintable(time));
+    // It stands for a moment after the end: the verdict is there at once, and once only.
+    QTRY_VERIFY2(own->getBrief().contains("after"), qPrintable(own->getBrief()));
+    QVERIFY(!own->getBrief().contains("force_bit"));
+    bar->clearMessage();
+    QVERIFY(own->isVisible());
+    QVERIFY(!brief->isVisible());
+}
+
+void TestActivityIndicator::aMessageOfAReadLeavesNoOldVerdict()
+{
+    panel->getEngine()->setForceBit(true);
+    QTRY_VERIFY(indicator->getBrief().contains("after"));
+    panel->getEngine()->getMode();
+    QTRY_COMPARE(indicator->getBrief(), QString());
+}
+
+int main(int argc, char** argv)
+{
+    Application application(argc, argv);
+    TestActivityIndicator test;
+    return QTest::qExec(&test, argc, argv);
+}
+
 #include "tst_activity_indicator.moc"

@@ -364,6 +364,32 @@ void TestProgram::aTourLoadsABitstreamAndSavesEveryPage()
             }
         }
     }
+    for (const char* const state : {"recent-empty",
+                                    "recent",
+                                    "running",
+                                    "late",
+                                    "failed",
+                                    "console-find",
+                                    "menu-1",
+                                    "menu-5",
+                                    "dialog-open",
+                                    "dialog-about",
+                                    "dialog-keyboard",
+                                    "dialog-ended",
+                                    "dialog-starting",
+                                    "dialog-leave",
+                                    "dialog-directory-in-use",
+                                    "dialog-no-tool",
+                                    "small-basic",
+                                    "small-monitoring",
+                                    "small-bitstream",
+                                    "small-scope"}) {
+        const QImage light(QString("pictures/%1-light.png").arg(state));
+        const QImage dark(QString("pictures/%1-dark.png").arg(state));
+        QVERIFY2(light.width() >= 200 && light.height() >= 80, state);
+        QCOMPARE(dark.size(), light.size());
+        QVERIFY2(dark != light, state);
+    }
     QCOMPARE(program->getSetting("recentLoadList").toStringList(), QStringList("/kept.ksb"));
     QCOMPARE(QDir().entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
              QStringList("pictures"));

@@ -3,6 +3,7 @@
 #include "app/WindowFurniture.h"
 
 #include "app/AboutDialog.h"
+#include "app/ActivityIndicator.h"
 #include "app/ChosenBitstream.h"
 #include "app/DropTarget.h"
 #include "app/KeyboardMap.h"
@@ -12,12 +13,14 @@
 #include "support/Panel.h"
 #include "support/TestMain.h"
 
+#include <Board/BrowseFolio.h>
 #include <Board/Folio.h>
 #include <Board/KSBaseHandler.h>
 #include <application/ConsoleWidget.h>
 
 #include <QAccessible>
 #include <QClipboard>
+#include <QDesktopServices>
 #include <QDropEvent>
 #include <QFileDialog>
 #include <QMenu>
@@ -71,12 +74,20 @@ private slots:
     void aWindowOffEveryScreenComesBackToOne();
     void theLayoutCanBeReset();
     void theConsolesOptionsComeBack();
+    void theFirstLayoutFitsTheScreen();
+    void theFolderOfTheTranscriptIsShown();
+    void thePatienceIsChosenAndComesBack();
     void theSchemeIsStoredAndShown_data();
     void theSchemeIsStoredAndShown();
     void aSchemeThatDoesNotExistIsTheDesktops();
     void theKeyboardMapListsEveryShortcut();
     void theReportCanBeCopied();
+    void anEmptyListOfRecentFilesSaysWhatBelongsThere();
     void everyControlHasAName();
+
+public slots:
+    /// Takes the place of the desktop.
+    void openUrl(const QUrl& url);
 
 private:
     void makeWindow();
@@ -84,6 +95,7 @@ private:
     /// Sends a drop as the desktop does; returns whether the window takes it.
     bool drop(const QList<QUrl>& urls);
 
+    QUrl openedUrl;
     QScopedPointer<Bench> bench;
     QScopedPointer<Panel> panel;
     QScopedPointer<SchemeChoice> schemes;
@@ -360,6 +372,40 @@ void TestWindowFurniture::theConsolesOptionsComeBack()
     QCOMPARE(next->areLinesWrapped(), !isWrapped);
 }
 
+void TestWindowFurniture::theFirstLayoutFitsTheScreen()
+{
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    QVERIFY(screen.contains(panel->getWindow()->pos()));
+    const QSize size = panel->getWindow()->size();
+    QVERIFY(size.width() <= qMax(screen.width(), panel->getWindow()->minimumWidth()));
+    QVERIFY(size.height() <= qMax(screen.height(), panel->getWindow()->minimumHeight()));
+}
+
+void TestWindowFurniture::openUrl(const QUrl& url)
+{
+    openedUrl = url;
+}
+
+void TestWindowFurniture::theFolderOfTheTranscriptIsShown()
+{
+    QDesktopServices::setUrlHandler("file", this, "openUrl");
+    findAction("Show the folder of the transcript")->trigger();
+    QDesktopServices::unsetUrlHandler("file");
+    QCOMPARE(openedUrl.toLocalFile(), QDir::currentPath());
+    QVERIFY(QFile::exists(QDir(openedUrl.toLocalFile()).filePath("ksbase.log")));
+}
+
+void TestWindowFurniture::thePatienceIsChosenAndComesBack()
+{
+    QVERIFY(findAction("After 10 seconds")->isChecked());
+    findAction("After 2 minutes")->trigger();
+    QCOMPARE(Kestoboard::ActivityIndicator::getPatience(), 120);
+    makeWindow();
+    QVERIFY(findAction("After 2 minutes")->isChecked());
+    findAction("Never")->trigger();
+    QCOMPARE(Kestoboard::ActivityIndicator::getPatience(), 0);
+}
+
 void TestWindowFurniture::theSchemeIsStoredAndShown_data()
 {
     QTest::addColumn<QString>("text");
@@ -417,10 +463,30 @@ void TestWindowFurniture::theReportCanBeCopied()
     about->findChild<QPushButton*>("copyButton")->click();
     const QString report = QApplication::clipboard()->text();
     QVERIFY(report.contains("Qt: 5.15"));
-    QVERIFY(report.contains(Bench::getToolDirectory() + "/ksbase2_cli (simulated boards)"));
+    const QFileInfo tool(Bench::getToolDirectory() + "/ksbase2_cli");
+    QVERIFY(report.contains(
+        QString("%1 (simulated boards), %2 bytes of 20").arg(tool.filePath()).arg(tool.size())));
     QVERIFY(report.contains(bench->getPath("ksbase.log")));
     QVERIFY(report.contains("Connected KS-Dev A"));
     about->close();
+}
+
+void TestWindowFurniture::anEmptyListOfRecentFilesSaysWhatBelongsThere()
+{
+    auto* const list = panel->find<Board::BrowseFolio::RecentWidget>();
+    QCOMPARE(list->count(), 0);
+    const QColor plain = list->viewport()->palette().color(QPalette::Base);
+    const auto isBlank = [&] {
+        QImage blank(list->viewport()->size(), QImage::Format_RGB32);
+        blank.fill(plain);
+        return list->viewport()->grab().toImage().convertToFormat(QImage::Format_RGB32) == blank;
+    };
+    QVERIFY(!isBlank());
+    QVERIFY(list->accessibleDescription().contains("Browse"));
+    // An entry without text or icon: the remark alone would show beside it.
+    list->addItem(new QListWidgetItem);
+    list->item(0)->setHidden(true);
+    QVERIFY(isBlank());
 }
 
 void TestWindowFurniture::everyControlHasAName()
