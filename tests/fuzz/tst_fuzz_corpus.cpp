@@ -65,8 +65,7 @@ void TestFuzzCorpus::aRefusedScenarioIsToldInOneLine_data()
 {
     QTest::addColumn<QByteArray>("text");
     QTest::newRow("a key without a meaning") << QByteArray("\"a\\nCOMMAND SUCCEEDED\" = 1\n");
-    QTest::newRow("a text without its end") << QByteArray("start_text = \"a\nb\"\n");
-    QTest::newRow("a board of two lines") << QByteArray("[[board]]\nname = \"a\\nb\"\n");
+    QTest::newRow("a word without its end") << QByteArray("[[board]]\nmode_locked = tr\nname");
 }
 
 void TestFuzzCorpus::aRefusedScenarioIsToldInOneLine()
