@@ -9,6 +9,7 @@
 #include <foundation/Console.h>
 #include <foundation/Encoding.h>
 #include <foundation/ForEachControler.h>
+#include <foundation/HandOff.h>
 #include <foundation/Theme.h>
 
 #include <QHBoxLayout>
@@ -165,6 +166,7 @@ void ActivityIndicator::observe()
 
 void ActivityIndicator::finish(Board::CommandHandler* handler)
 {
+    Orvex::takeOver(handler);
     const Pending pending = pendings.take(handler);
     last.brief.clear();
     if (pending.handler) {

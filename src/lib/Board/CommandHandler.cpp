@@ -4,6 +4,7 @@
 #include <Board/KSBaseHandler.h>
 #include <foundation/FactoryFailed.h>
 #include <foundation/GetSlot.h>
+#include <foundation/HandOff.h>
 #include <foundation/Raise.h>
 #include <foundation/StandardSlot.h>
 
@@ -100,6 +101,7 @@ void CommandHandler::setRunning(bool isRunning)
 void CommandHandler::setResult(const std::string& reply)
 {
     result = reply;
+    Orvex::handOver(this);
     emit resultReady();
 }
 
@@ -143,6 +145,7 @@ void waitCommandHandlerReady(CommandHandler* handler)
     // The signal comes from the worker; the quit has to be served by this thread's loop.
     QObject::connect(handler, SIGNAL(resultReady()), &loop, SLOT(quit()), Qt::QueuedConnection);
     loop.exec();
+    Orvex::takeOver(handler);
 }
 
 } // namespace Board

@@ -16,6 +16,7 @@
 #include <foundation/Fatal.h>
 #include <foundation/ForEachControler.h>
 #include <foundation/FromCollection.h>
+#include <foundation/HandOff.h>
 #include <foundation/InvalidRequest.h>
 #include <foundation/ListCollection.h>
 #include <foundation/MapCollection.h>
@@ -217,6 +218,7 @@ KSBaseHandler::~KSBaseHandler()
         thread.quit();
         QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
     }
+    Orvex::takeOver(&thread);
     // The end of its input lets the tool leave its board in order.
     process->closeWriteChannel();
     if (!process->waitForFinished(static_cast<int>(toolEndTime.count()))) {
@@ -252,6 +254,7 @@ void KSBaseHandler::detach(CommandHandler* handler)
     if (handler != nullptr && handler == delivering) {
         // The worker may still be inside the handler's signal; it has nothing else left to do.
         thread.wait();
+        Orvex::takeOver(&thread);
         delivering = nullptr;
     }
     if (commandHandlers.empty()) {
@@ -276,7 +279,9 @@ void KSBaseHandler::startThread()
     if (closing || thread.isRunning() || getCommandHandlers().getPendings().isEmpty()) {
         return;
     }
+    Orvex::takeOver(&thread);
     delivering = nullptr;
+    Orvex::handOver(&thread);
     thread.start(QThread::InheritPriority);
 }
 
@@ -284,16 +289,18 @@ template <class Work>
 void KSBaseHandler::callOnEngineThread(Work work)
 {
     std::exception_ptr failure;
-    QMetaObject::invokeMethod(
-        this,
-        [&work, &failure] {
-            try {
-                work();
-            } catch (...) {
-                failure = std::current_exception();
-            }
-        },
-        Qt::BlockingQueuedConnection);
+    QMetaObject::invokeMethod(this,
+                              Orvex::HandedWork(
+                                  [&work, &failure] {
+                                      try {
+                                          work();
+                                      } catch (...) {
+                                          failure = std::current_exception();
+                                      }
+                                  },
+                                  &failure),
+                              Qt::BlockingQueuedConnection);
+    Orvex::takeOver(&failure);
     if (failure) {
         std::rethrow_exception(failure);
     }

@@ -5,6 +5,7 @@
 #include <foundation/Console.h>
 #include <foundation/FactoryFailed.h>
 #include <foundation/Guard.h>
+#include <foundation/HandOff.h>
 #include <foundation/Raise.h>
 
 #include <QThread>
@@ -59,12 +60,14 @@ void Scheduler::preDestroy() {}
 
 void Scheduler::launch()
 {
+    Orvex::takeOver(thread);
     CommandHandler* const handler = ksBaseHandler->chooseCommandHandler();
     if (handler != nullptr) {
         Orvex::guard(
             "launch", sourceFile, __LINE__, [&] { ksBaseHandler->executeCommand(handler); },
             [](const Orvex::Exception& failure) { Orvex::console->print(failure); });
     }
+    Orvex::handOver(thread);
     thread->quit();
 }
 

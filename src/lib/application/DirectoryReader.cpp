@@ -1,5 +1,7 @@
 #include <application/DirectoryReader.h>
 
+#include <foundation/HandOff.h>
+
 #include <QCollator>
 #include <QDirIterator>
 #include <QFileInfo>
@@ -153,7 +155,7 @@ void DirectoryReader::readEntries(DirectoryListing& listing)
         if (!delivered && clock.hasExpired(nextReport.count())) {
             DirectoryListing report = listing;
             sortEntries(report.entries);
-            emit listed(report);
+            tell(report);
             nextReport = milliseconds(clock.elapsed() * 2);
         }
     }
@@ -171,7 +173,13 @@ void DirectoryReader::deliver(DirectoryListing listing)
     }
     latest = std::move(listing);
     delivered = true;
-    emit listed(latest);
+    tell(latest);
+}
+
+void DirectoryReader::tell(const DirectoryListing& listing)
+{
+    Orvex::handOver(this);
+    emit listed(listing);
 }
 
 void DirectoryReader::sortEntries(QVector<DirectoryEntry>& entries) const

@@ -36,6 +36,7 @@ signals:
 private:
     void readEntries(DirectoryListing& listing);
     void deliver(DirectoryListing listing);
+    void tell(const DirectoryListing& listing);
     void sortEntries(QVector<DirectoryEntry>& entries) const;
 
     DirectoryRequest request;

@@ -1,6 +1,7 @@
 #include <application/DirectoryWatch.h>
 
 #include <application/DirectoryReader.h>
+#include <foundation/HandOff.h>
 
 #include <QDeadlineTimer>
 #include <QMetaObject>
@@ -28,7 +29,11 @@ DirectoryWatch::DirectoryWatch(const DirectoryRequest& request, QObject* parent)
     connect(thread, &QThread::started, reader, &DirectoryReader::read);
     connect(thread, &QThread::finished, reader, &QObject::deleteLater);
     connect(thread, &QThread::finished, thread, &QObject::deleteLater);
-    connect(reader, &DirectoryReader::listed, this, &DirectoryWatch::listed);
+    connect(reader, &DirectoryReader::listed, this,
+            [this, source = reader](const DirectoryListing& listing) {
+                Orvex::takeOver(source);
+                emit listed(listing);
+            });
     thread->start(QThread::LowPriority);
 }
 
@@ -43,12 +48,14 @@ DirectoryWatch::~DirectoryWatch()
 
 void DirectoryWatch::sort(DirectoryColumn column, Qt::SortOrder order)
 {
-    QMetaObject::invokeMethod(reader, [=, target = reader] { target->sort(column, order); });
+    QMetaObject::invokeMethod(
+        reader, Orvex::HandedWork([=, target = reader] { target->sort(column, order); }));
 }
 
 void DirectoryWatch::setPolling(bool wanted)
 {
-    QMetaObject::invokeMethod(reader, [=, target = reader] { target->setPolling(wanted); });
+    QMetaObject::invokeMethod(
+        reader, Orvex::HandedWork([=, target = reader] { target->setPolling(wanted); }));
 }
 
 } // namespace Zandu

@@ -1,6 +1,7 @@
 #include <foundation/Console.h>
 
 #include <foundation/Exception.h>
+#include <foundation/HandOff.h>
 
 #include <QMetaObject>
 #include <QThread>
@@ -98,8 +99,8 @@ void Console::report(Level level, const std::string& text)
     if (QThread::currentThread() == thread()) {
         add(std::move(message));
     } else {
-        QMetaObject::invokeMethod(
-            this, [this, message] { add(message); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(this, HandedWork([this, message] { add(message); }),
+                                  Qt::QueuedConnection);
     }
 }
 

@@ -145,17 +145,21 @@ void TestCommandExecution::anEmptyQueueStartsNothing()
     QThread* const worker = getWorker();
     worker->wait();
     QCoreApplication::processEvents();
-    QSignalSpy starts(worker, &QThread::started);
-    QSignalSpy ends(worker, &QThread::finished);
+    int starts = 0;
+    int ends = 0;
+    // Counted here and not where they are told, on the worker.
+    QObject counter;
+    connect(worker, &QThread::started, &counter, [&starts] { ++starts; });
+    connect(worker, &QThread::finished, &counter, [&ends] { ++ends; });
     panel->getEngine()->startThread();
     QVERIFY(!worker->isRunning());
 
     run(command);
-    QTRY_COMPARE(ends.count(), 1);
+    QTRY_COMPARE(ends, 1);
     // The end of the last command has been served: nothing is left to start for.
     QCoreApplication::processEvents();
     QVERIFY(!worker->isRunning());
-    QCOMPARE(starts.count(), 1);
+    QCOMPARE(starts, 1);
 }
 
 void TestCommandExecution::theEndOfTheWorkerStartsTheNextCommand()
@@ -170,11 +174,13 @@ void TestCommandExecution::theEndOfTheWorkerStartsTheNextCommand()
     worker->wait();
     QCoreApplication::processEvents();
 
-    QSignalSpy starts(worker, &QThread::started);
+    int starts = 0;
+    QObject counter;
+    connect(worker, &QThread::started, &counter, [&starts] { ++starts; });
     CommandHandler* const first = create(CommandType::Control, command);
     CommandHandler* const second = create(CommandType::Control, otherCommand);
     Board::waitCommandHandlerReady(second);
-    QCOMPARE(starts.count(), 2);
+    QTRY_COMPARE(starts, 2);
     first->destroy();
     second->destroy();
 }
@@ -736,9 +742,10 @@ void TestCommandExecution::theSchedulerLaunchesWhenItsThreadStarts()
     QVERIFY(QObject::disconnect(&thread, SIGNAL(started()), scheduler, SLOT(launch())));
     QVERIFY(QObject::connect(&thread, SIGNAL(started()), scheduler, SLOT(launch())));
     // With nothing pending it ends the thread at once.
-    QSignalSpy finished(&thread, &QThread::finished);
+    bool hasFinished = false;
+    connect(&thread, &QThread::finished, this, [&hasFinished] { hasFinished = true; });
     thread.start();
-    QTRY_COMPARE(finished.count(), 1);
+    QTRY_VERIFY(hasFinished);
     thread.wait();
     scheduler->destroy();
 }

@@ -1,5 +1,6 @@
 #include <foundation/Console.h>
 #include <foundation/Fatal.h>
+#include <foundation/HandOff.h>
 #include <foundation/Raise.h>
 
 #include <QCoreApplication>
@@ -257,11 +258,13 @@ void ConsoleTest::aMessageCrossesThreadsInAConnection()
     listener.moveToThread(&listenerThread);
     connect(&sink, &Console::messageAdded, &listener, [&](const Message& message) {
         texts << QString::fromStdString(message.text);
+        Orvex::handOver(&texts);
         listenerThread.quit();
     });
     listenerThread.start();
     sink.print("across", "");
     listenerThread.wait();
+    Orvex::takeOver(&texts);
     QCOMPARE(texts, QList<QString>{"across"});
 }
 
