@@ -11,13 +11,34 @@
 
 #include <Board/KSBaseHandler.h>
 #include <Board/MainWindow.h>
+#include <foundation/Console.h>
 
+#include <QCoreApplication>
+#include <QDir>
+#include <QSettings>
 #include <QTimer>
 
 #include <cstdlib>
 
 namespace Kestoboard
 {
+
+namespace
+{
+
+void warnOfLostSettings()
+{
+    const QSettings settings;
+    if (!settings.isWritable()) {
+        const QString sentence =
+            QCoreApplication::translate("Kestoboard::PanelSession",
+                                        "Settings cannot be kept: the file %1 cannot be written")
+                .arg(QDir::toNativeSeparators(settings.fileName()));
+        Orvex::console->warning(sentence.toUtf8().constData(), "");
+    }
+}
+
+} // namespace
 
 PanelSession::PanelSession(const Options& wanted)
     : options(wanted)
@@ -81,6 +102,7 @@ void PanelSession::furnishWindow()
     shutdown.watch(window.get());
     toolWatch.begin();
     furniture = std::make_unique<WindowFurniture>(window.get(), &schemes, &shutdown);
+    warnOfLostSettings();
     connect(&shutdown, &Shutdown::saving, this, [this] { furniture->getState().save(); });
     if (!options.bitstream.isEmpty()) {
         showChosenBitstream(*window, options.bitstream);

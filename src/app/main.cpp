@@ -9,6 +9,7 @@
 #include "app/Tour.h"
 
 #include <foundation/Debug.h>
+#include <foundation/Descriptors.h>
 #include <foundation/Encoding.h>
 
 #include <QCoreApplication>
@@ -25,6 +26,9 @@ namespace
 {
 
 using Kestoboard::CommandLine;
+
+/// More than the panel, its board tool and the libraries of the desktop have open at any time.
+const int neededDescriptors = 64;
 
 CommandLine readCommandLine(int& argc, char** argv)
 {
@@ -110,6 +114,11 @@ int showPanel(int& argc, char** argv, const Kestoboard::Options& options)
 int main(int argc, char** argv)
 {
     Kestoboard::PanelApplication::setNames();
+    if (!Orvex::hasFreeDescriptors(neededDescriptors)) {
+        return refuse(QCoreApplication::translate(
+            "main", "The panel may open too few files: allow it more, with \"ulimit -n 1024\" in "
+                    "the shell that starts it."));
+    }
     if (isAskedToShowLastWords(argc, argv)) {
         return showLastWords(argc, argv);
     }

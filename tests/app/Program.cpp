@@ -16,7 +16,7 @@ const int longestRun = 120'000;
 
 Program::Program()
     : environment(QProcessEnvironment::systemEnvironment())
-    , path(QStringLiteral(KESTOBOARD_PROGRAM))
+    , path(getPanelPath())
 {
     setVariable(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
     setVariable(QStringLiteral("XDG_CONFIG_HOME"), directory.filePath(QStringLiteral("config")));
@@ -37,6 +37,11 @@ Program::~Program()
 QString Program::getActorPath()
 {
     return QStringLiteral(KESTOBOARD_ACTOR);
+}
+
+QString Program::getPanelPath()
+{
+    return QStringLiteral(KESTOBOARD_PROGRAM);
 }
 
 void Program::start(const QStringList& arguments)

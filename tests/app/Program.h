@@ -19,6 +19,7 @@ public:
     Program();
     /// The program that does with the panel what its first argument says; see panel_actor.
     static QString getActorPath();
+    static QString getPanelPath();
     ~Program();
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;

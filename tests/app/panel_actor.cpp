@@ -161,6 +161,16 @@ void playLoad(Actor* actor)
             [] { startLoad(bitstream()); });
 }
 
+/// Loads the bitstream of the command line.
+void playLoadAndLeave(Actor* actor)
+{
+    actor
+        ->when(
+            [] { return isIdle() && !Kestoboard::getChosenBitstream(*getPanelWindow()).isEmpty(); },
+            click(QStringLiteral("loadButton")))
+        .when(isIdle, closeWindow);
+}
+
 void playLeaveDuringTransfer(Actor* actor)
 {
     playLoad(actor);
@@ -244,6 +254,7 @@ void play(Actor* actor, const QString& part)
 {
     const QMap<QString, std::function<void(Actor*)>> parts{
         {QStringLiteral("leave-when-idle"), [](Actor* a) { a->when(isIdle, closeWindow); }},
+        {QStringLiteral("load-and-leave"), playLoadAndLeave},
         {QStringLiteral("leave-during-transfer"), playLeaveDuringTransfer},
         {QStringLiteral("leave-with-queued-transfer"), playLeaveWithQueuedTransfer},
         {QStringLiteral("leave-during-command"), playLeaveDuringCommand},

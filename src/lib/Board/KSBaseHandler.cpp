@@ -11,6 +11,7 @@
 #include <foundation/Console.h>
 #include <foundation/Critical.h>
 #include <foundation/Debug.h>
+#include <foundation/Descriptors.h>
 #include <foundation/Encoding.h>
 #include <foundation/FactoryFailed.h>
 #include <foundation/Fatal.h>
@@ -32,12 +33,12 @@
 #include <QStatusBar>
 #include <QTextStream>
 #include <QTime>
-#include <QTimer>
 
 #include <chrono>
 #include <cstdlib>
 #include <exception>
 #include <memory>
+#include <new>
 #include <utility>
 
 namespace Board
@@ -62,6 +63,15 @@ const std::chrono::milliseconds workerRestTime = 20ms;
 const std::chrono::milliseconds toolEndTime = 1000ms;
 /// How long the destructor waits for the worker before it looks again at what the worker asks for.
 const std::chrono::milliseconds workerServeStep = 1ms;
+
+/// How long a command that finds no means for a worker waits before the next attempt.
+const std::chrono::milliseconds startRetryInterval = 1000ms;
+/// What the event loop of the worker opens, and one to spare.
+const int workerDescriptors = 2;
+
+/// What a command gets whose own reply could not be kept: as a refusal, so that nothing is taken to
+/// have worked of which nobody knows.
+const char lostReply[] = "Error: the reply does not fit into the memory\nCOMMAND FAILED\n";
 
 const std::uint64_t secondsPerDay = 24ULL * 60 * 60;
 
@@ -156,8 +166,11 @@ KSBaseHandler::KSBaseHandler(MainWindow* window)
     , logFile(QLatin1String(logFileName))
     , executing(nullptr)
     , delivering(nullptr)
+    , transcriptWritten(true)
     , closing(false)
 {
+    retryTimer.setInterval(startRetryInterval);
+    connect(&retryTimer, &QTimer::timeout, this, &KSBaseHandler::startThread);
     scheduler = Scheduler::create(&thread, this);
     connect(this, SIGNAL(commandAdded()), this, SLOT(startThread()));
     connect(&thread, SIGNAL(finished()), this, SLOT(startThread()));
@@ -277,12 +290,31 @@ void KSBaseHandler::startThread()
 {
     // In this order: while the worker runs, a reply may be being written.
     if (closing || thread.isRunning() || getCommandHandlers().getPendings().isEmpty()) {
+        retryTimer.stop();
         return;
     }
     Orvex::takeOver(&thread);
     delivering = nullptr;
+    if (startWorker()) {
+        retryTimer.stop();
+    } else if (!retryTimer.isActive()) {
+        Orvex::console->error("No command can be sent: the system gives no thread or no "
+                              "descriptor for it. It is tried again every second",
+                              "");
+        retryTimer.start();
+    }
+}
+
+/// False when the system lacks what the worker needs.
+bool KSBaseHandler::startWorker()
+{
+    if (!Orvex::hasFreeDescriptors(workerDescriptors)) {
+        return false;
+    }
     Orvex::handOver(&thread);
     thread.start(QThread::InheritPriority);
+    // It waits for this thread before it can end, so one that does not run has not been started.
+    return thread.isRunning();
 }
 
 template <class Work>
@@ -353,7 +385,19 @@ void KSBaseHandler::executeCommand(CommandHandler* handler)
         Orvex::raise(Orvex::Fatal("Empty result").with("command", command), "executeCommand",
                      sourceFile, __LINE__);
     }
-    receiver->setResult(Orvex::toAscii(reply));
+    deliver(receiver, std::move(reply));
+}
+
+/// Gives the reply to its command. Worker thread.
+void KSBaseHandler::deliver(CommandHandler* receiver, QString reply)
+{
+    try {
+        receiver->setResult(Orvex::toAscii(reply));
+    } catch (const std::bad_alloc&) {
+        // A command without a reply would be sent again.
+        reply = QString();
+        receiver->setResult(lostReply);
+    }
 }
 
 /// Writes the command in flight to the tool, with the loop connected to the end of its reply.
@@ -379,7 +423,11 @@ CommandHandler* KSBaseHandler::endCommand(QString* reply)
         delivering->setRunning(false);
     }
     commandTimer->stop();
+    const bool isLost = replyBuffer->isGivenUp();
     *reply = replyBuffer->take();
+    if (isLost) {
+        *reply = QString::fromLatin1(lostReply);
+    }
     running = false;
     return delivering;
 }
@@ -387,6 +435,30 @@ CommandHandler* KSBaseHandler::endCommand(QString* reply)
 const QString& KSBaseHandler::getData() const
 {
     return replyBuffer->getText();
+}
+
+/// Does the work, and when the memory does not suffice does it once more without the reply that has
+/// been gathered so far.
+template <class Work>
+void KSBaseHandler::doWithinMemory(Work work)
+{
+    try {
+        work();
+    } catch (const std::bad_alloc&) {
+        giveReplyUp();
+        work();
+    }
+}
+
+void KSBaseHandler::giveReplyUp()
+{
+    const bool isNew = !replyBuffer->isGivenUp();
+    replyBuffer->giveUp();
+    if (isNew) {
+        Orvex::console->error("The reply of the board tool does not fit into the memory. Nobody "
+                              "knows what it said, and its command counts as failed",
+                              "");
+    }
 }
 
 void KSBaseHandler::log(const QByteArray& bytes)
@@ -397,13 +469,35 @@ void KSBaseHandler::log(const QByteArray& bytes)
     stream << QString::fromLatin1(bytes.constData(), bytes.size());
     stream.flush();
     logFile.flush();
+    tellTranscriptState(stream.status() == QTextStream::Ok &&
+                        logFile.error() == QFileDevice::NoError);
+}
+
+/// Says it once when the transcript cannot be written, and once when it can again.
+void KSBaseHandler::tellTranscriptState(bool isWritten)
+{
+    if (isWritten == transcriptWritten) {
+        return;
+    }
+    transcriptWritten = isWritten;
+    if (isWritten) {
+        Orvex::console->warning("The transcript ksbase.log is written again. What went to and fro "
+                                "meanwhile may be missing in it",
+                                "");
+    } else {
+        Orvex::console->error("The transcript ksbase.log cannot be written",
+                              logFile.errorString().toStdString());
+    }
 }
 
 void KSBaseHandler::processCommand()
 {
-    const QByteArray bytes = process->readAllStandardError();
-    log(bytes);
-    if (replyBuffer->add(bytes)) {
+    QByteArray bytes;
+    bool hasEnded = false;
+    doWithinMemory([&] { bytes = process->readAllStandardError(); });
+    doWithinMemory([&] { log(bytes); });
+    doWithinMemory([&] { hasEnded = replyBuffer->add(bytes); });
+    if (hasEnded) {
         emit commandDone();
     }
 }
@@ -490,6 +584,19 @@ void KSBaseHandler::refreshTamsaMap()
     if (auto* const timer = qobject_cast<QTimer*>(sender())) {
         timer->setInterval(pollInterval);
     }
+    try {
+        mirrorTool();
+    } catch (const std::bad_alloc&) {
+        // The next pass may fare better.
+        refreshing = false;
+        throw;
+    }
+    refreshing = false;
+}
+
+/// One pass over the listing of boards.
+void KSBaseHandler::mirrorTool()
+{
     const std::string listing = exchange(CommandHandler::CommandType::Refresh, "board list");
 
     std::list<Tamsa*> presentTamsas;
@@ -499,7 +606,6 @@ void KSBaseHandler::refreshTamsaMap()
     if ((hasNew || hasGone) && mainWindow && mainWindow->getFolio() != nullptr) {
         mainWindow->getFolio()->refreshCardComboBox();
     }
-    refreshing = false;
 }
 
 /// Makes the boards that the listing names for the first time and returns them; `presentTamsas`
@@ -628,8 +734,14 @@ std::string KSBaseHandler::_getMonitor(unsigned long index)
         return {};
     }
     monitoring = true;
-    std::string reply = exchange(CommandHandler::CommandType::Monitor,
-                                 "board monitor get " + Orvex::getLabel(index));
+    std::string reply;
+    try {
+        reply = exchange(CommandHandler::CommandType::Monitor,
+                         "board monitor get " + Orvex::getLabel(index));
+    } catch (const std::bad_alloc&) {
+        monitoring = false;
+        throw;
+    }
     monitoring = false;
     return reply;
 }

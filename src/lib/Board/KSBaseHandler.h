@@ -11,6 +11,7 @@
 #include <QPointer>
 #include <QString>
 #include <QThread>
+#include <QTimer>
 
 #include <cstdint>
 #include <list>
@@ -21,7 +22,6 @@
 
 class QEventLoop;
 class QProcess;
-class QTimer;
 
 namespace Board
 {
@@ -181,7 +181,14 @@ private:
     void callOnEngineThread(Work work);
     void beginCommand(QEventLoop* loop);
     CommandHandler* endCommand(QString* reply);
+    void deliver(CommandHandler* receiver, QString reply);
+    template <class Work>
+    void doWithinMemory(Work work);
+    void giveReplyUp();
     void log(const QByteArray& bytes);
+    void tellTranscriptState(bool isWritten);
+    bool startWorker();
+    void mirrorTool();
 
     std::string exchange(CommandHandler::CommandType type, const std::string& command);
     bool sendSetting(const std::string& command);
@@ -210,6 +217,10 @@ private:
     CommandHandler* executing;
     /// The handler that this run of the worker gives its reply to; null when it left.
     CommandHandler* delivering;
+    /// The transcript took the last bytes that were meant for it.
+    bool transcriptWritten;
+    /// Runs while a command waits for something that the worker thread needs.
+    QTimer retryTimer;
     /// The destructor has begun: the worker is not started any more.
     bool closing;
 };

@@ -15,7 +15,17 @@ bool ReplyBuffer::add(const QByteArray& bytes)
     const int mark = findEndMark(text, searchStart);
     // What has been searched need not be searched again, but for the beginning of a mark.
     searchStart = mark >= 0 ? mark : qMax(0, text.size() - longestEndMark + 1);
+    if (givenUp && mark < 0) {
+        giveUp();
+    }
     return mark >= 0;
+}
+
+void ReplyBuffer::giveUp()
+{
+    text = text.right(longestEndMark - 1);
+    searchStart = 0;
+    givenUp = true;
 }
 
 QString ReplyBuffer::take()
@@ -29,6 +39,7 @@ void ReplyBuffer::clear()
 {
     text = QString();
     searchStart = 0;
+    givenUp = false;
 }
 
 } // namespace Board

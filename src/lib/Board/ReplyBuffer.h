@@ -17,6 +17,12 @@ public:
     /// in the text now, then and for every piece after it.
     bool add(const QByteArray& bytes);
 
+    /// Forgets the text, and that of the pieces to come, for lack of memory: all but what may be
+    /// the beginning of an end mark, so that the end is found all the same. Holds until the text is
+    /// taken or cleared.
+    void giveUp();
+    bool isGivenUp() const { return givenUp; }
+
     const QString& getText() const { return text; }
     /// The text, which is forgotten.
     QString take();
@@ -25,6 +31,7 @@ public:
 private:
     QString text;
     int searchStart = 0;
+    bool givenUp = false;
 };
 
 } // namespace Board

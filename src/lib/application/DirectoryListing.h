@@ -45,6 +45,7 @@ struct DirectoryListing {
         Complete,   ///< these are all
         Missing,    ///< there is nothing of that path
         Unreadable, ///< the person may not read it
+        Exhausted,  ///< the system lacks what a reading needs, for the moment
     };
 
     State state = State::Reading;

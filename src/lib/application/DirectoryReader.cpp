@@ -1,5 +1,6 @@
 #include <application/DirectoryReader.h>
 
+#include <foundation/Descriptors.h>
 #include <foundation/HandOff.h>
 
 #include <QCollator>
@@ -138,6 +139,11 @@ void DirectoryReader::readEntries(DirectoryListing& listing)
     const QFileInfo access(listing.directory);
     if (!access.isReadable() || !access.isExecutable()) {
         listing.state = DirectoryListing::State::Unreadable;
+        return;
+    }
+    // A directory that cannot be opened looks empty to what follows.
+    if (!Orvex::hasFreeDescriptors(1)) {
+        listing.state = DirectoryListing::State::Exhausted;
         return;
     }
     watcher->addPath(listing.directory);

@@ -1,13 +1,17 @@
 #include <application/DirectoryWatch.h>
 
 #include <application/DirectoryReader.h>
+#include <foundation/Descriptors.h>
 #include <foundation/HandOff.h>
 
 #include <QDeadlineTimer>
+#include <QFileInfo>
 #include <QMetaObject>
 #include <QThread>
+#include <QTimer>
 
 #include <chrono>
+#include <utility>
 
 namespace Zandu
 {
@@ -16,6 +20,8 @@ namespace
 {
 
 constexpr std::chrono::milliseconds farewell(100);
+/// For the event loop of the thread, for the notices of changes and for the directory itself.
+constexpr int readerDescriptors = 3;
 
 } // namespace
 
@@ -34,7 +40,13 @@ DirectoryWatch::DirectoryWatch(const DirectoryRequest& request, QObject* parent)
                 Orvex::takeOver(source);
                 emit listed(listing);
             });
-    thread->start(QThread::LowPriority);
+    if (Orvex::hasFreeDescriptors(readerDescriptors)) {
+        thread->start(QThread::LowPriority);
+    }
+    if (!thread->isRunning() && !thread->isFinished()) {
+        delete std::exchange(reader, nullptr);
+        tellLack(request.path);
+    }
 }
 
 DirectoryWatch::~DirectoryWatch()
@@ -46,14 +58,29 @@ DirectoryWatch::~DirectoryWatch()
     }
 }
 
+/// Tells, as late as any listing, that nothing can be read.
+void DirectoryWatch::tellLack(const QString& path)
+{
+    DirectoryListing listing;
+    listing.state = DirectoryListing::State::Exhausted;
+    listing.directory = QFileInfo(path).absoluteFilePath();
+    QTimer::singleShot(0, this, [this, listing] { emit listed(listing); });
+}
+
 void DirectoryWatch::sort(DirectoryColumn column, Qt::SortOrder order)
 {
+    if (reader == nullptr) {
+        return;
+    }
     QMetaObject::invokeMethod(
         reader, Orvex::HandedWork([=, target = reader] { target->sort(column, order); }));
 }
 
 void DirectoryWatch::setPolling(bool wanted)
 {
+    if (reader == nullptr) {
+        return;
+    }
     QMetaObject::invokeMethod(
         reader, Orvex::HandedWork([=, target = reader] { target->setPolling(wanted); }));
 }

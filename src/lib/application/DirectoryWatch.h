@@ -31,8 +31,10 @@ signals:
     void listed(const Zandu::DirectoryListing& listing);
 
 private:
+    void tellLack(const QString& path);
+
     QThread* thread;
-    DirectoryReader* reader;
+    DirectoryReader* reader; ///< null when the thread could not be started
 };
 
 } // namespace Zandu

@@ -44,7 +44,8 @@ constexpr int columnMargin = 24;
 
 bool isFailure(const DirectoryListing& listing)
 {
-    return listing.state == State::Missing || listing.state == State::Unreadable;
+    return listing.state == State::Missing || listing.state == State::Unreadable ||
+           listing.state == State::Exhausted;
 }
 
 QString getStartDirectory(const QString& path)
@@ -381,6 +382,10 @@ QString FileSystemBrowser::getRemark(const DirectoryListing& listing) const
         return tr("There is no file or directory %1.").arg(path);
     case State::Unreadable:
         return tr("The directory %1 cannot be read: you have no right to read it.").arg(path);
+    case State::Exhausted:
+        return tr("The directory %1 cannot be read now: the system allows no more open files or "
+                  "threads. Close what is not needed and open the directory again.")
+            .arg(path);
     case State::Reading:
         return QString();
     case State::Complete:

@@ -1,0 +1,255 @@
+#include "support/Bench.h"
+#include "support/ConsoleRecorder.h"
+#include "support/Panel.h"
+#include "support/Shortage.h"
+#include "support/TestMain.h"
+
+#include <Board/KSBaseHandler.h>
+#include <application/FileSystemBrowser.h>
+
+#include <QDir>
+#include <QFileInfo>
+#include <QLabel>
+#include <QTreeView>
+
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <dlfcn.h>
+#include <memory>
+#include <pthread.h>
+#include <utility>
+#include <vector>
+
+using Board::CommandHandler;
+using Test::Bench;
+using Test::CommandType;
+
+namespace
+{
+
+const char command[] = "board get mode";
+const char transcript[] = "ksbase.log";
+const QString noMeans = "E: No command can be sent: the system gives no thread or no descriptor "
+                        "for it. It is tried again every second";
+
+/// While it is set, no thread can be started.
+bool hasNoThreads = false;
+
+} // namespace
+
+// In place of the C library's, which comes after the program.
+extern "C" __attribute__((visibility("default"))) int
+pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*start)(void*),
+               void* argument) noexcept
+{
+    using Create = int (*)(pthread_t*, const pthread_attr_t*, void* (*)(void*), void*);
+    static const auto create = reinterpret_cast<Create>(dlsym(RTLD_NEXT, "pthread_create"));
+    return hasNoThreads ? EAGAIN : create(thread, attributes, start, argument);
+}
+
+/// What the panel does when the disk or the file descriptors run out: it says so, goes on, and
+/// invents nothing.
+class TestResources : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup();
+    void aFullDiskIsToldOnceAndWhatWasHeldBackIsWrittenLater();
+    void aFullDiskLeavesALongReplyWhole();
+    void aCommandWaitsUntilThereIsADescriptor();
+    void aCommandWaitsUntilThereIsAThread();
+    void manyCommandsWaitInTheOrderOfTheQueue();
+    void theEngineEndsWhileACommandWaitsForADescriptor();
+    void aDirectoryThatCannotBeOpenedIsNotShownAsEmpty();
+
+private:
+    std::unique_ptr<Bench> bench;
+};
+
+void TestResources::initTestCase()
+{
+    // A program that meets the largest size of a file is ended unless it asks for the error.
+    std::signal(SIGXFSZ, SIG_IGN);
+}
+
+void TestResources::init()
+{
+    bench = std::make_unique<Bench>();
+    bench->setScenario(Bench::board("Aurora"));
+}
+
+void TestResources::cleanup()
+{
+    hasNoThreads = false;
+    bench.reset();
+}
+
+void TestResources::aFullDiskIsToldOnceAndWhatWasHeldBackIsWrittenLater()
+{
+    const Test::Panel panel;
+    const QByteArray before = bench->readFile(transcript);
+    Test::ConsoleRecorder recorder;
+    std::string replies;
+    {
+        const Test::Limit full(RLIMIT_FSIZE, static_cast<rlim_t>(before.size()));
+        replies += panel.run(CommandType::Control, command);
+        replies += panel.run(CommandType::Control, command);
+    }
+    QCOMPARE(replies, std::string("Jtag only\nCOMMAND SUCCEEDED\nJtag only\nCOMMAND SUCCEEDED\n"));
+    QCOMPARE(recorder.takeLines(),
+             QStringList("E: The transcript ksbase.log cannot be written (File too large)"));
+    QCOMPARE(bench->readFile(transcript), before);
+
+    panel.run(CommandType::Control, command);
+    QCOMPARE(recorder.takeLines(),
+             QStringList("W: The transcript ksbase.log is written again. What went to and fro "
+                         "meanwhile may be missing in it"));
+    const QByteArray exchange = ">board get mode\nJtag only\nCOMMAND SUCCEEDED\n";
+    QCOMPARE(bench->readFile(transcript), before + exchange + exchange + exchange);
+}
+
+void TestResources::aFullDiskLeavesALongReplyWhole()
+{
+    const int size = 200'000;
+    bench->setScenario(Bench::board("Aurora") +
+                       Bench::fault("help", QString("kind = \"large\"\nbytes = %1\n").arg(size)));
+    const Test::Panel panel;
+    const QByteArray before = bench->readFile(transcript);
+    Test::ConsoleRecorder recorder;
+    std::string reply;
+    {
+        const Test::Limit full(RLIMIT_FSIZE, static_cast<rlim_t>(before.size()));
+        reply = panel.run(CommandType::Control, "help");
+    }
+    QVERIFY(reply.size() >= std::string::size_type(size));
+    QVERIFY(reply.find("COMMAND SUCCEEDED\n") != std::string::npos);
+    QCOMPARE(recorder.takeLines().count("E: The transcript ksbase.log cannot be written (File too "
+                                        "large)"),
+             1);
+
+    // The next command stands in it again, after whatever part of the reply had been kept.
+    panel.run(CommandType::Control, "board get force_bit");
+    const QByteArray after = bench->readFile(transcript);
+    QVERIFY(after.startsWith(before));
+    QVERIFY(after.endsWith(">board get force_bit\nForcebit is not set\nCOMMAND SUCCEEDED\n"));
+    QVERIFY(after.size() < before.size() + size);
+}
+
+void TestResources::aCommandWaitsUntilThereIsADescriptor()
+{
+    const Test::Panel panel;
+    bench->takeJournal();
+    Test::ConsoleRecorder recorder;
+    CommandHandler* handler = nullptr;
+    {
+        const Test::DescriptorShortage shortage;
+        QTRY_VERIFY(panel.getEngine()->getCommandHandlers().isEmpty());
+        handler = CommandHandler::create(CommandType::Control, command, panel.getEngine());
+        QTRY_COMPARE(recorder.getLines(), QStringList(noMeans));
+        // However often it is tried, it is said once.
+        panel.getEngine()->startThread();
+        panel.getEngine()->startThread();
+        QVERIFY(!handler->isRunning());
+        QVERIFY(!panel.getEngine()->isRunning());
+    }
+    Board::waitCommandHandlerReady(handler);
+    QCOMPARE(handler->getResult(), std::string("Jtag only\nCOMMAND SUCCEEDED\n"));
+    handler->destroy();
+    QCOMPARE(bench->takeJournal(), QStringList(command));
+    QCOMPARE(recorder.getLines(), QStringList(noMeans));
+}
+
+void TestResources::aCommandWaitsUntilThereIsAThread()
+{
+    const Test::Panel panel;
+    bench->takeJournal();
+    Test::ConsoleRecorder recorder;
+    hasNoThreads = true;
+    CommandHandler* const handler =
+        CommandHandler::create(CommandType::Control, command, panel.getEngine());
+    QTRY_COMPARE(recorder.getLines(), QStringList(noMeans));
+    QCOMPARE(bench->takeJournal(), QStringList());
+    QVERIFY(!handler->isRunning());
+    hasNoThreads = false;
+    Board::waitCommandHandlerReady(handler);
+    QCOMPARE(handler->getResult(), std::string("Jtag only\nCOMMAND SUCCEEDED\n"));
+    handler->destroy();
+    QCOMPARE(bench->takeJournal(), QStringList(command));
+    QCOMPARE(recorder.getLines(), QStringList(noMeans));
+}
+
+void TestResources::manyCommandsWaitInTheOrderOfTheQueue()
+{
+    const Test::Panel panel;
+    bench->takeJournal();
+    std::vector<CommandHandler*> handlers;
+    {
+        const Test::DescriptorShortage shortage;
+        for (const auto& wanted : {std::pair(CommandType::Monitor, "board monitor get 0"),
+                                   std::pair(CommandType::Refresh, "board list"),
+                                   std::pair(CommandType::Control, "board get mode"),
+                                   std::pair(CommandType::Control, "board get force_bit")}) {
+            handlers.push_back(
+                CommandHandler::create(wanted.first, wanted.second, panel.getEngine()));
+        }
+        QCoreApplication::processEvents();
+    }
+    // The last one of the queue is answered last.
+    Board::waitCommandHandlerReady(handlers.front());
+    for (CommandHandler* const handler : handlers) {
+        QVERIFY(handler->hasFinished());
+        handler->destroy();
+    }
+    QCOMPARE(bench->takeJournal(), QStringList({"board get mode", "board get force_bit",
+                                                "board list", "board monitor get 0"}));
+}
+
+void TestResources::theEngineEndsWhileACommandWaitsForADescriptor()
+{
+    auto panel = std::make_unique<Test::Panel>();
+    bench->takeJournal();
+    CommandHandler* handler = nullptr;
+    {
+        const Test::DescriptorShortage shortage;
+        handler = CommandHandler::create(CommandType::Control, command, panel->getEngine());
+        panel.reset();
+    }
+    QVERIFY(!handler->hasFinished());
+    handler->destroy();
+    QCOMPARE(bench->takeJournal(), QStringList());
+}
+
+void TestResources::aDirectoryThatCannotBeOpenedIsNotShownAsEmpty()
+{
+    bench->writeFile("design.ksb", "content");
+    QVERIFY(QDir::current().mkdir("designs"));
+    bench->writeFile("designs/inner.ksb", "content");
+    Zandu::FileSystemBrowser browser(QDir::currentPath(), QDir::AllDirs | QDir::Files, {"*.ksb"},
+                                     nullptr);
+    browser.show();
+    const auto isSaid = [&browser](const QString& sentence) {
+        const QList<QLabel*> labels = browser.findChildren<QLabel*>();
+        return std::any_of(labels.begin(), labels.end(), [&sentence](const QLabel* label) {
+            return label->isVisible() && label->text().contains(sentence);
+        });
+    };
+    const QString directory = QFileInfo("designs").absoluteFilePath();
+    // What is shown first has been read, and its thread is up.
+    QTRY_COMPARE(browser.findChild<QTreeView*>()->model()->rowCount(), 2);
+    {
+        const Test::DescriptorShortage shortage;
+        browser.open(directory);
+        QTRY_VERIFY(isSaid("cannot be read now: the system allows no more open files"));
+        QVERIFY(!isSaid("Here is no directory"));
+    }
+    browser.open(directory);
+    QTRY_COMPARE(browser.getPath(), directory);
+}
+
+KESTOBOARD_TEST_MAIN(TestResources)
+
+#include "tst_resources.moc"
