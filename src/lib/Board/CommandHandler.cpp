@@ -11,6 +11,7 @@
 #include <QEventLoop>
 
 #include <memory>
+#include <utility>
 
 namespace Board
 {
@@ -100,7 +101,12 @@ void CommandHandler::setRunning(bool isRunning)
 
 void CommandHandler::setResult(const std::string& reply)
 {
-    result = reply;
+    setResult(std::string(reply));
+}
+
+void CommandHandler::setResult(std::string&& reply)
+{
+    result = std::move(reply);
     Orvex::handOver(this);
     emit resultReady();
 }

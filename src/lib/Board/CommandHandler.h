@@ -70,7 +70,10 @@ public:
     bool isRunning() const;
     void setRunning(bool isRunning);
     /// Stores the reply, then emits `resultReady`. Called on the worker thread.
+    /// @{
     void setResult(const std::string& reply);
+    void setResult(std::string&& reply);
+    /// @}
 
     std::string _getLabel() const override;
     Orvex::Slot* _getSlot() const override;

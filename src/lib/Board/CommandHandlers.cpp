@@ -24,8 +24,9 @@ CommandHandlers::CommandHandlers(const Orvex::Collection<CommandHandler*>& handl
 
 Orvex::Collection<CommandHandler*> CommandHandlers::getPendings() const
 {
-    static const HandlerPredicate finished = HandlerMember(&CommandHandler::hasFinished);
-    return HandlerSubset(*this, Orvex::NotPredicate<CommandHandler*>(finished));
+    static const HandlerPredicate isPending = Orvex::NotPredicate<CommandHandler*>(
+        HandlerPredicate(HandlerMember(&CommandHandler::hasFinished)));
+    return HandlerSubset(*this, isPending);
 }
 
 Orvex::Collection<CommandHandler*> CommandHandlers::getRunnings() const

@@ -8,6 +8,7 @@
 #include <Board/ReplyBuffer.h>
 #include <Board/Scheduler.h>
 #include <Board/Tamsa.h>
+#include <Board/WorkerEventDispatcher.h>
 #include <foundation/Console.h>
 #include <foundation/Critical.h>
 #include <foundation/Debug.h>
@@ -31,7 +32,6 @@
 #include <QProcess>
 #include <QProcessEnvironment>
 #include <QStatusBar>
-#include <QTextStream>
 #include <QTime>
 
 #include <chrono>
@@ -311,6 +311,11 @@ bool KSBaseHandler::startWorker()
     if (!Orvex::hasFreeDescriptors(workerDescriptors)) {
         return false;
     }
+    // The thread ends its dispatcher when it ends itself, which may still be under way.
+    thread.wait();
+    if (thread.eventDispatcher() == nullptr) {
+        thread.setEventDispatcher(new WorkerEventDispatcher);
+    }
     Orvex::handOver(&thread);
     thread.start(QThread::InheritPriority);
     // It waits for this thread before it can end, so one that does not run has not been started.
@@ -392,7 +397,7 @@ void KSBaseHandler::executeCommand(CommandHandler* handler)
 void KSBaseHandler::deliver(CommandHandler* receiver, QString reply)
 {
     try {
-        receiver->setResult(Orvex::toAscii(reply));
+        receiver->setResult(Orvex::toAscii(std::move(reply)));
     } catch (const std::bad_alloc&) {
         // A command without a reply would be sent again.
         reply = QString();
@@ -463,14 +468,10 @@ void KSBaseHandler::giveReplyUp()
 
 void KSBaseHandler::log(const QByteArray& bytes)
 {
-    QTextStream stream(&logFile);
-    // One character a byte both ways: the transcript holds exactly what went over the pipes.
-    stream.setCodec("ISO-8859-1");
-    stream << QString::fromLatin1(bytes.constData(), bytes.size());
-    stream.flush();
+    // As bytes: the transcript holds exactly what went over the pipes.
+    logFile.write(bytes);
     logFile.flush();
-    tellTranscriptState(stream.status() == QTextStream::Ok &&
-                        logFile.error() == QFileDevice::NoError);
+    tellTranscriptState(logFile.error() == QFileDevice::NoError);
 }
 
 /// Says it once when the transcript cannot be written, and once when it can again.

@@ -2,6 +2,8 @@
 
 #include <QTextCodec>
 
+#include <utility>
+
 namespace Orvex
 {
 
@@ -13,6 +15,14 @@ QString fromAscii(const std::string& bytes)
 std::string toAscii(const QString& text)
 {
     return text.toLatin1().toStdString();
+}
+
+std::string toAscii(QString&& text)
+{
+    // Converted in place. The half that this leaves unused goes back before the bytes are copied.
+    QByteArray bytes = std::move(text).toLatin1();
+    bytes.squeeze();
+    return bytes.toStdString();
 }
 
 QString getReadable(const std::string& bytes)

@@ -18,6 +18,8 @@ ORVEX_EXPORT QString fromAscii(const std::string& bytes);
 
 /// The inverse of fromAscii. A character above U+00FF has no byte and becomes "?".
 ORVEX_EXPORT std::string toAscii(const QString& text);
+/// The same without needing more memory than the text and the bytes; the text is empty afterwards.
+ORVEX_EXPORT std::string toAscii(QString&& text);
 
 /// Bytes as a person should see them: as UTF-8 when all of them are valid UTF-8, else one character
 /// for each byte.

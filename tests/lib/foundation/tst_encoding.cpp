@@ -3,6 +3,7 @@
 #include <QTest>
 
 #include <algorithm>
+#include <utility>
 
 using namespace Orvex;
 
@@ -15,6 +16,8 @@ private slots:
     void bytesStayWhereverTheyAreCut();
     void anEmptyTextStaysEmpty();
     void aCharacterWithoutAByteIsAQuestionMark();
+    void aTextThatIsGivenUpGivesTheSameBytes();
+    void aTextThatIsGivenUpLeavesItsCopiesAlone();
     void bytesAreShownAsTheyWereMeant_data();
     void bytesAreShownAsTheyWereMeant();
 };
@@ -39,20 +42,43 @@ void EncodingTest::bytesStayWhereverTheyAreCut()
                             "C\0\xff",
                             10);
     for (std::size_t cut = 0; cut <= bytes.size(); ++cut) {
-        QCOMPARE(toAscii(fromAscii(bytes.substr(0, cut)) + fromAscii(bytes.substr(cut))), bytes);
+        const QString text = fromAscii(bytes.substr(0, cut)) + fromAscii(bytes.substr(cut));
+        QCOMPARE(toAscii(text), bytes);
     }
 }
 
 void EncodingTest::anEmptyTextStaysEmpty()
 {
     QVERIFY(fromAscii(std::string()).isEmpty());
-    QVERIFY(toAscii(QString()).empty());
+    const QString empty;
+    QVERIFY(toAscii(empty).empty());
     QVERIFY(getReadable(std::string()).isEmpty());
 }
 
 void EncodingTest::aCharacterWithoutAByteIsAQuestionMark()
 {
+    const QString euro(QChar(0x20ac));
+    QCOMPARE(toAscii(euro), std::string("?"));
+}
+
+void EncodingTest::aTextThatIsGivenUpGivesTheSameBytes()
+{
+    std::string bytes;
+    for (int byte = 0; byte < 256; ++byte) {
+        bytes.push_back(static_cast<char>(byte));
+    }
+    QString text = fromAscii(bytes);
+    QCOMPARE(toAscii(std::move(text)), bytes);
     QCOMPARE(toAscii(QString(QChar(0x20ac))), std::string("?"));
+    QVERIFY(toAscii(QString()).empty());
+}
+
+void EncodingTest::aTextThatIsGivenUpLeavesItsCopiesAlone()
+{
+    QString text = fromAscii("COMMAND SUCCEEDED");
+    const QString copy = text;
+    QCOMPARE(toAscii(std::move(text)), std::string("COMMAND SUCCEEDED"));
+    QCOMPARE(copy, QStringLiteral("COMMAND SUCCEEDED"));
 }
 
 void EncodingTest::bytesAreShownAsTheyWereMeant_data()
