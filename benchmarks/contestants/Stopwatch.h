@@ -15,6 +15,7 @@ public:
         return std::chrono::duration<double, std::micro>(Clock::now() - begin).count();
     }
     double getMilliseconds() const { return getMicroseconds() / 1000; }
+    double getNanoseconds() const { return getMicroseconds() * 1000; }
 
 private:
     using Clock = std::chrono::steady_clock;

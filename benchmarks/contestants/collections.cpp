@@ -1,6 +1,6 @@
 // Walks a list of pointers by a plain loop and through the views of the foundation.
 //
-// Usage: collections plain|handle|subset|from COUNT
+// Usage: collections plain|handle|subset|from COUNT WALKS
 #include "Arguments.h"
 #include "Figures.h"
 #include "Stopwatch.h"
@@ -17,8 +17,6 @@
 
 namespace
 {
-
-const int walks = 5;
 
 /// What the lists hold: the engine's are lists of pointers, whose members are asked too.
 struct Item {
@@ -65,7 +63,7 @@ Orvex::Collection<Item*> makeView(const std::string& kind, const Items& items)
 
 int main(int argc, char** argv)
 {
-    const Bench::Arguments arguments(argc, argv, 2);
+    const Bench::Arguments arguments(argc, argv, 3);
     const std::string kind = arguments.getText(0);
     std::vector<Item> content(static_cast<std::size_t>(arguments.getNumber(1)));
     Items items;
@@ -75,13 +73,15 @@ int main(int argc, char** argv)
     }
     const Orvex::Collection<Item*> view = makeView(kind, items);
 
+    const long walks = arguments.getNumber(2);
     long sum = 0;
     const Bench::Stopwatch watch;
-    for (int number = 0; number < walks; ++number) {
+    for (long number = 0; number < walks; ++number) {
         sum += kind == "plain" ? walkPlainly(items) : walk(view);
     }
     Bench::Figures()
-        .add("ms", watch.getMilliseconds() / walks)
+        .add("ns", watch.getNanoseconds() /
+                       (static_cast<double>(walks) * static_cast<double>(items.size())))
         .add("sum", static_cast<double>(sum))
         .print();
 }

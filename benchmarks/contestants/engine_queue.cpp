@@ -16,7 +16,7 @@ namespace
 
 const char command[] = "board get mode";
 const int walks = 20;
-const int singles = 200;
+const int singles = 1000;
 
 std::vector<Board::CommandHandler*> makeHandlers(long count, Board::KSBaseHandler* engine)
 {

@@ -3,6 +3,7 @@
 // Everything is answered with OK, but for these:
 //   large N     N bytes stand before the end mark
 //   board list  the listing of the boards: none at the start
+//   board get force_bit  that it is not set
 //   boards N    from now on there are N boards
 //   delay N     from now on each command takes N microseconds
 #include <array>
@@ -60,6 +61,7 @@ public:
     Tool()
         : listing(makeListing(0))
         , plain(std::string("OK\n") + mark)
+        , forceBit(std::string("Forcebit is not set\n") + mark)
         , largeSize(-1)
     {
     }
@@ -77,6 +79,9 @@ private:
     {
         if (command == "board list") {
             return listing;
+        }
+        if (command == "board get force_bit") {
+            return forceBit;
         }
         if (const long bytes = getNumberAfter("large ", command); bytes >= 0) {
             return getLarge(bytes);
@@ -113,6 +118,7 @@ private:
     std::chrono::microseconds delay{0};
     std::string listing;
     const std::string plain;
+    const std::string forceBit;
     std::string large;
     long largeSize;
 };

@@ -11,7 +11,9 @@ COMMAND = "board get mode"
 
 
 def answer(shop):
-    one = shop.contest(make_contestants(shop, one_core=True))
+    costs = Contestant("costs", (shop.program("worker_costs"), str(shop.size(5000, 20))),
+                       one_core=True)
+    one = shop.contest([*make_contestants(shop, one_core=True), costs])
     free = shop.contest(make_contestants(shop, one_core=False))
     patient = shop.run(Contestant("pexpect as it comes", (
         *shop.script("pexpect_exchange.py"), str(shop.size(20, 1)), COMMAND, "as-it-comes")))
@@ -28,6 +30,20 @@ def answer(shop):
         ratio("pexpect, bare pipes, one core", "pexpect", pexpect, "bare pipes", bare, "µs"),
         Row("pexpect as it comes, bare pipes", patient["us"] / bare, "x",
             (Raw("pexpect", patient["us"], "µs"), Raw("bare pipes", bare, "µs"))),
+        *make_design_rows(one["costs"], bare),
+    ]
+
+
+def make_design_rows(costs, bare):
+    """What the engine cannot do without: a thread for each command, and three hops."""
+    def against_bare(what, name, cost):
+        return ratio(f"{what}, bare pipes, one core", name, cost, "bare pipes", bare, "µs")
+
+    return [
+        against_bare("start and end of the worker", "thread", costs["thread_us"]),
+        against_bare("the same with the toolkit's dispatcher", "thread",
+                     costs["toolkit_thread_us"]),
+        against_bare("three hops", "hops", 3 * costs["hop_us"]),
     ]
 
 
