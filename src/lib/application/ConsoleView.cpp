@@ -29,6 +29,8 @@ namespace
 constexpr std::chrono::milliseconds sliceTime(8);
 /// Lines that are shown in the turn in which they came.
 constexpr int linesAtOnce = 50;
+/// Old lines go in steps of so many at most, of which none is felt.
+constexpr int largestStep = 2000;
 /// A view full of matches is marked up to here.
 constexpr int mostMarks = 2000;
 constexpr int tabColumns = 8;
@@ -353,7 +355,7 @@ void ConsoleView::showSlice(int mostLines)
         keepSelection(end);
     }
     linesThisTurn += lines;
-    dropOldLines(lineLimit / 10);
+    dropOldLines(std::min(lineLimit / 10, largestStep));
     followGrowth();
     emit linesAdded();
 }
@@ -396,10 +398,13 @@ ConsoleLine ConsoleView::takeLine()
 
 void ConsoleView::insertLine(QTextCursor& cursor, const ConsoleLine& line)
 {
+    // Said, the formats need not be looked up in the text before.
+    static const QTextBlockFormat blockFormat;
+    static const QTextCharFormat textFormat;
     if (!isEmpty()) {
-        cursor.insertBlock();
+        cursor.insertBlock(blockFormat, textFormat);
     }
-    cursor.insertText(line.text);
+    cursor.insertText(line.text, textFormat);
     cursor.block().setUserData(new BlockData(line));
     hideOrShow(cursor.block());
 }

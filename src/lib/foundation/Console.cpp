@@ -14,9 +14,12 @@ namespace Orvex
 namespace
 {
 
-std::string join(const std::string& message, const std::string& second)
+std::string join(std::string message, const std::string& second)
 {
-    return second.empty() ? message : message + " (" + second + ")";
+    if (!second.empty()) {
+        message += " (" + second + ")";
+    }
+    return message;
 }
 
 std::string toText(const char* message)
@@ -43,7 +46,7 @@ void Console::print(const std::string& message, const std::string& second)
 
 void Console::print(const char* message, const std::string& second)
 {
-    print(toText(message), second);
+    report(Level::Normal, join(toText(message), second));
 }
 
 void Console::print(const Exception& failure)
@@ -63,7 +66,7 @@ void Console::error(const std::string& message, const std::string& second)
 
 void Console::error(const char* message, const std::string& second)
 {
-    error(toText(message), second);
+    report(Level::Error, join(toText(message), second));
 }
 
 void Console::error(const Exception& failure)
@@ -93,23 +96,41 @@ std::deque<Message> Console::getRecentMessages() const
     return recentMessages;
 }
 
-void Console::report(Level level, const std::string& text)
+void Console::report(Level level, std::string text)
 {
-    Message message{level, 0, text, QDateTime::currentDateTime()};
     if (QThread::currentThread() == thread()) {
-        add(std::move(message));
-    } else {
-        QMetaObject::invokeMethod(this, HandedWork([this, message] { add(message); }),
-                                  Qt::QueuedConnection);
+        add(Message{level, depth, std::move(text), getTime()});
+        return;
     }
+    Message message{level, 0, std::move(text), QDateTime::currentDateTime()};
+    QMetaObject::invokeMethod(this, HandedWork([this, message = std::move(message)]() mutable {
+                                  message.depth = depth;
+                                  add(std::move(message));
+                              }),
+                              Qt::QueuedConnection);
+}
+
+/// Local time costs more than the rest of a message, and many messages come in one millisecond.
+QDateTime Console::getTime()
+{
+    const qint64 moment = QDateTime::currentMSecsSinceEpoch();
+    if (moment != latestMoment) {
+        latestMoment = moment;
+        latestTime = QDateTime::fromMSecsSinceEpoch(moment);
+    }
+    return latestTime;
 }
 
 void Console::add(Message message)
 {
-    message.depth = depth;
-    recentMessages.push_back(message);
-    if (recentMessages.size() > recentLimit) {
+    if (recentMessages.size() < recentLimit) {
+        recentMessages.push_back(message);
+    } else {
+        // The oldest gives its memory to the newest.
+        Message kept = std::move(recentMessages.front());
         recentMessages.pop_front();
+        kept = message;
+        recentMessages.push_back(std::move(kept));
     }
     emit messageAdded(message);
 }

@@ -60,10 +60,13 @@ signals:
     void messageAdded(const Orvex::Message& message);
 
 private:
-    void report(Level level, const std::string& text);
+    void report(Level level, std::string text);
+    QDateTime getTime();
     void add(Message message);
 
     int depth = 0;
+    qint64 latestMoment = -1; // of latestTime, in milliseconds since 1970
+    QDateTime latestTime;
     std::deque<Message> recentMessages;
 };
 

@@ -29,8 +29,9 @@ QString getReadable(const std::string& bytes)
 {
     // The state also tells of a sequence that is cut off at the end.
     QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
-    const QString text = QTextCodec::codecForName("UTF-8")->toUnicode(
-        bytes.data(), static_cast<int>(bytes.size()), &state);
+    // To find a codec costs more than to read a line with it.
+    static const QTextCodec* const codec = QTextCodec::codecForName("UTF-8");
+    const QString text = codec->toUnicode(bytes.data(), static_cast<int>(bytes.size()), &state);
     return state.invalidChars == 0 && state.remainingChars == 0 ? text : fromAscii(bytes);
 }
 
