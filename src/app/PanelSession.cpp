@@ -60,7 +60,7 @@ int PanelSession::run()
     if (options.isSimulating) {
         SimulatedTool::enable(options.scenario);
     }
-    schemes.apply();
+    schemes.prepare();
     if (!directory.enter(options.directory) || !makeWindow()) {
         return EXIT_FAILURE;
     }

@@ -1,7 +1,10 @@
 #include "app/SchemeChoice.h"
 
+#include <QApplication>
+#include <QEvent>
 #include <QMetaEnum>
 #include <QSettings>
+#include <QWidget>
 
 namespace Kestoboard
 {
@@ -42,7 +45,34 @@ void SchemeChoice::choose(Choice choice)
     apply();
 }
 
-void SchemeChoice::apply() const
+void SchemeChoice::apply()
+{
+    qApp->removeEventFilter(this);
+    chooseScheme();
+    Orvex::theme->apply();
+}
+
+void SchemeChoice::prepare()
+{
+    chooseScheme();
+    Orvex::theme->applyColors();
+    qApp->installEventFilter(this);
+}
+
+/// A window is polished just before it is shown, and before what is in it. The list of a combo box
+/// is a window as well, and is polished when it is made.
+bool SchemeChoice::eventFilter(QObject* watched, QEvent* event)
+{
+    const auto* const widget = qobject_cast<const QWidget*>(watched);
+    if (event->type() == QEvent::Polish && widget != nullptr && widget->isWindow() &&
+        widget->windowType() != Qt::Popup) {
+        qApp->removeEventFilter(this);
+        Orvex::theme->applyStyleSheet();
+    }
+    return false;
+}
+
+void SchemeChoice::chooseScheme() const
 {
     switch (getChoice()) {
     case Choice::System:
@@ -55,7 +85,6 @@ void SchemeChoice::apply() const
         Orvex::theme->setScheme(Orvex::Theme::Scheme::Dark);
         break;
     }
-    Orvex::theme->apply();
 }
 
 } // namespace Kestoboard

@@ -26,9 +26,16 @@ public:
     /// Stores a choice and gives the panel its look.
     void choose(Choice choice);
     /// Gives the panel the look of the stored choice.
-    void apply() const;
+    void apply();
+    /// The same with less work where windows are about to be built: their style sheet follows when
+    /// the first of them is about to be shown, once for all that is in it by then.
+    void prepare();
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void chooseScheme() const;
+
     const Orvex::Theme::Scheme systemScheme;
 };
 

@@ -20,6 +20,7 @@
 
 #include <QAccessible>
 #include <QClipboard>
+#include <QComboBox>
 #include <QDesktopServices>
 #include <QDropEvent>
 #include <QFileDialog>
@@ -80,6 +81,7 @@ private slots:
     void theSchemeIsStoredAndShown_data();
     void theSchemeIsStoredAndShown();
     void aSchemeThatDoesNotExistIsTheDesktops();
+    void theStyleSheetComesWithTheFirstWindowThatIsShown();
     void theKeyboardMapListsEveryShortcut();
     void theReportCanBeCopied();
     void anEmptyListOfRecentFilesSaysWhatBelongsThere();
@@ -436,6 +438,25 @@ void TestWindowFurniture::aSchemeThatDoesNotExistIsTheDesktops()
 {
     QSettings().setValue("Window/scheme", "Purple");
     QCOMPARE(schemes->getChoice(), SchemeChoice::Choice::System);
+}
+
+void TestWindowFurniture::theStyleSheetComesWithTheFirstWindowThatIsShown()
+{
+    qApp->setStyleSheet(QString());
+    schemes->prepare();
+    QCOMPARE(QApplication::palette().color(QPalette::Base), Orvex::theme->getColor("base"));
+    QComboBox comboBox;
+    Orvex::theme->enrich(&comboBox);
+    QWidget window;
+    QVERIFY(qApp->styleSheet().isEmpty());
+    window.show();
+    QCOMPARE(qApp->styleSheet(), Orvex::theme->getStyleSheet());
+
+    // Once: what is set afterwards stays.
+    qApp->setStyleSheet(QString());
+    QWidget other;
+    other.show();
+    QVERIFY(qApp->styleSheet().isEmpty());
 }
 
 void TestWindowFurniture::theKeyboardMapListsEveryShortcut()

@@ -202,8 +202,18 @@ QString Theme::getStyleSheet() const
 
 void Theme::apply() const
 {
+    applyColors();
+    applyStyleSheet();
+}
+
+void Theme::applyColors() const
+{
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     QApplication::setPalette(getPalette());
+}
+
+void Theme::applyStyleSheet() const
+{
     qApp->setStyleSheet(getStyleSheet());
 }
 

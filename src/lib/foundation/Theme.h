@@ -73,6 +73,13 @@ public:
     /// Gives the running QApplication the style, palette and style sheet of the scheme.
     void apply() const;
 
+    /// The two halves of `apply`: style and palette first, the style sheet after them. A style
+    /// sheet costs each widget that is made under it, so that a large window is built before it.
+    /// @{
+    void applyColors() const;
+    void applyStyleSheet() const;
+    /// @}
+
     /// Restyles a view in place, once, right after its creation; null is passed over.
     void enrich(QComboBox* comboBox) const;
     void enrich(QListWidget* list) const;

@@ -149,6 +149,7 @@ private slots:
     void iconsOutliveTheTheme();
     void theSchemeOfTheSystemIsReadFromItsPalette();
     void applyStylesTheApplication();
+    void coloursAndStyleSheetComeOneByOne();
     void anEnrichedListTellsItsDelegateOfThePointer();
     void anEnrichedComboBoxStaysAnOrdinaryOne();
     void anEnrichedTreeStaysAnOrdinaryOneAndFollowsThePointer();
@@ -488,6 +489,17 @@ void ThemeTest::applyStylesTheApplication()
     theme.setScheme(Scheme::Light);
     theme.apply();
     QCOMPARE(QApplication::palette().color(QPalette::Base), theme.getColor("base"));
+    qApp->setStyleSheet(QString());
+}
+
+void ThemeTest::coloursAndStyleSheetComeOneByOne()
+{
+    const Theme theme(Scheme::Dark);
+    theme.applyColors();
+    QCOMPARE(QApplication::palette().color(QPalette::Base), theme.getColor("base"));
+    QVERIFY(qApp->styleSheet().isEmpty());
+    theme.applyStyleSheet();
+    QCOMPARE(qApp->styleSheet(), theme.getStyleSheet());
     qApp->setStyleSheet(QString());
 }
 
