@@ -30,6 +30,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <iterator>
 
 namespace Board
 {
@@ -73,25 +74,48 @@ void runCommand(KSBaseHandler* engine, const char* function, unsigned long line,
     Orvex::console->unindent();
 }
 
-/// Whether the menu of a button has exactly these entries and its default action beside them: then
-/// there is nothing to make anew, which thousands of entries every few seconds would let one feel.
-bool isOffered(const QStringList& names, const QToolButton& button)
-{
-    const QList<QAction*> entries = button.menu()->actions();
-    return !entries.contains(button.defaultAction()) &&
-           std::equal(
-               entries.begin(), entries.end(), names.begin(), names.end(),
-               [](const QAction* entry, const QString& name) { return entry->text() == name; });
-}
-
 /// An entry whose text is the name, and whose face on a button and tool tip show it letter for
 /// letter: neither as a mnemonic nor as markup.
-QAction* addFileAction(QMenu* menu, const QString& name)
+QAction* makeEntry(QMenu& menu, const QString& name)
 {
-    QAction* const action = menu->addAction(name);
+    auto* const action = new QAction(name, &menu);
     action->setIconText(QString(name).replace(QLatin1Char('&'), QLatin1String("&&")));
     action->setToolTip(Orvex::getLiteral(name));
     return action;
+}
+
+/// As QMenu::clear does with all of them: an entry that something else shows as well lives on.
+void removeEntry(QMenu& menu, QAction* entry)
+{
+    menu.removeAction(entry);
+    if (entry->associatedWidgets().isEmpty()) {
+        delete entry;
+    }
+}
+
+/// Brings the menu to exactly these entries, with the default action beside them. What is the same
+/// at its beginning and its end stays: thousands of entries that are made anew every few seconds
+/// would be felt.
+void offer(const QStringList& names, QMenu& menu, const QAction* defaultAction)
+{
+    const auto isSame = [defaultAction](const QAction* entry, const QString& name) {
+        return entry != defaultAction && entry->text() == name;
+    };
+    const QList<QAction*> entries = menu.actions();
+    const auto head =
+        std::mismatch(entries.begin(), entries.end(), names.begin(), names.end(), isSame);
+    const auto tail =
+        std::mismatch(entries.rbegin(), std::make_reverse_iterator(head.first), names.rbegin(),
+                      std::make_reverse_iterator(head.second), isSame);
+    std::for_each(tail.first, std::make_reverse_iterator(head.first),
+                  [&menu](QAction* entry) { removeEntry(menu, entry); });
+    // From the end to the beginning, where a menu finds the place in a step.
+    QAction* next = tail.first == entries.rbegin() ? nullptr : *std::prev(tail.first);
+    std::for_each(tail.second, std::make_reverse_iterator(head.second), [&](const QString& name) {
+        QAction* const entry = makeEntry(menu, name);
+        menu.insertAction(next, entry);
+        next = entry;
+    });
 }
 
 /// Runs the commands of a command file, one after the other.
@@ -216,15 +240,10 @@ void MainWindow::refreshFileButton()
     const QStringList names =
         QDir(QDir::currentPath())
             .entryList({QStringLiteral("*.cmd")}, QDir::NoFilter, QDir::NoSort);
-    if (!isOffered(names, *fileButton)) {
-        QMenu* const menu = fileButton->menu();
-        menu->clear();
-        for (const QString& name : names) {
-            QAction* const action = addFileAction(menu, name);
-            if (fileButton->defaultAction() == nullptr) {
-                fileButton->setDefaultAction(action);
-            }
-        }
+    QMenu* const menu = fileButton->menu();
+    offer(names, *menu, fileButton->defaultAction());
+    if (fileButton->defaultAction() == nullptr && !names.isEmpty()) {
+        fileButton->setDefaultAction(menu->actions().first());
     }
     fileButton->setVisible(!names.isEmpty());
 }

@@ -52,6 +52,8 @@ private slots:
     void aNameWithAccentsIsPrinted();
     void binaryAndLargeFilesAreRunToTheirEnd();
     void manyFilesAreListed();
+    void theMenuFollowsTheDirectory_data();
+    void theMenuFollowsTheDirectory();
 
 private:
     void makePanel()
@@ -459,6 +461,59 @@ void TestCommandFiles::manyFilesAreListed()
     refresh();
     QCOMPARE(getNames().size(), 10000);
     QCOMPARE(button->actions().size(), 2);
+}
+
+void TestCommandFiles::theMenuFollowsTheDirectory_data()
+{
+    QTest::addColumn<QStringList>("names");
+    QTest::addColumn<int>("kept");
+    const auto row = [](const char* what, const char* names, int kept) {
+        QTest::newRow(what) << QString(names).split(' ', Qt::SkipEmptyParts) << kept;
+    };
+    // The menu begins with b, c, d and e; "kept" are those of its entries that need not be made
+    // anew.
+    row("nothing changes", "b c d e", 4);
+    row("one comes first", "a b c d e", 4);
+    row("one comes in the middle", "b c cc d e", 4);
+    row("one comes last", "b c d e f", 4);
+    row("the first goes", "c d e", 3);
+    row("one in the middle goes", "b c e", 3);
+    row("the last goes", "b c d", 3);
+    row("one is exchanged", "b c dd e", 3);
+    row("both ends change", "a c d ee", 0);
+    row("all are exchanged", "v w x y z", 0);
+    row("all go", "", 0);
+}
+
+void TestCommandFiles::theMenuFollowsTheDirectory()
+{
+    QFETCH(QStringList, names);
+    QFETCH(int, kept);
+    for (const char* name : {"b.cmd", "c.cmd", "d.cmd", "e.cmd"}) {
+        bench->writeFile(name, "");
+    }
+    makePanel();
+    refresh();
+    QList<QPointer<QAction>> before;
+    for (QAction* const action : button->menu()->actions()) {
+        before += action;
+    }
+    const QStringList beginning = getNames();
+    QCOMPARE(beginning, QStringList({"b.cmd", "c.cmd", "d.cmd", "e.cmd"}));
+
+    for (const QString& name : beginning) {
+        QVERIFY(QFile::remove(name));
+    }
+    for (QString& name : names) {
+        name += ".cmd";
+        bench->writeFile(name, "");
+    }
+    refresh();
+    QCOMPARE(getNames(), names);
+    QVERIFY(!button->menu()->actions().contains(button->defaultAction()));
+    QCOMPARE(button->defaultAction()->text(), QString("b.cmd"));
+    before.removeAll(nullptr);
+    QCOMPARE(before.size(), kept);
 }
 
 KESTOBOARD_TEST_MAIN(TestCommandFiles)
