@@ -1,0 +1,55 @@
+// Starts the panel as the program does, and measures the time until its window is painted and the
+// memory that it has then.
+//
+// Usage: panel_start MOMENT, the moment of its start as start_clock.py says it
+#include "Arguments.h"
+#include "Figures.h"
+#include "FirstPaint.h"
+
+#include "app/CommandLine.h"
+#include "app/LastWords.h"
+#include "app/PanelApplication.h"
+#include "app/PanelSession.h"
+
+#include <QTimer>
+
+#include <cstdlib>
+
+namespace
+{
+
+/// What the first turns of the event loop do belongs to the start.
+const int settlingMilliseconds = 500;
+
+/// As the program does before it has an application with windows.
+Kestoboard::Options readOptions(char** argv)
+{
+    int argc = 1;
+    const QCoreApplication application(argc, argv);
+    return Kestoboard::CommandLine(QCoreApplication::arguments()).getOptions();
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const Bench::Arguments arguments(argc, argv, 1);
+    Kestoboard::PanelApplication::setNames();
+    const Kestoboard::Options options = readOptions(argv);
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    const Kestoboard::PanelApplication application(argc, argv);
+    const Kestoboard::LastWords lastWords;
+    const Bench::FirstPaint firstPaint([&arguments] {
+        const double time = Bench::FirstPaint::getMillisecondsSince(arguments.getNumber(0));
+        QTimer::singleShot(settlingMilliseconds, [time] {
+            Bench::Figures()
+                .add("ms", time)
+                .add("resident_kb", Bench::FirstPaint::getResidentKilobytes())
+                .print();
+            std::fflush(stdout);
+            std::_Exit(EXIT_SUCCESS);
+        });
+    });
+    return Kestoboard::PanelSession(options).run();
+}

@@ -1,0 +1,32 @@
+"""How long directories with many files keep the window."""
+
+from answers import Raw, Row
+from workshop import Contestant
+
+TITLE = "Many files"
+ORDER = 80
+BY_DEFAULT = True
+
+ROUNDS = 3
+STALL_MILLISECONDS = 50
+
+
+def answer(shop):
+    medians = shop.contest([
+        Contestant("browser", (shop.program("browse_files"), str(shop.size(50_000, 100)))),
+        Contestant("command files", (shop.program("command_files"), str(shop.size(10_000, 100)))),
+    ], shop.rounds(ROUNDS))
+    browser, commands = medians["browser"], medians["command files"]
+
+    def stall(what, value, *raw):
+        return Row(what, value, "ms", raw, STALL_MILLISECONDS)
+
+    return [
+        stall("50,000 files in the browser, longest stall while they are listed",
+              browser["stall_ms"], Raw("until all are shown", browser["ms"], "ms")),
+        stall("50,000 files in the browser, longest stall when one comes",
+              browser["change_stall_ms"]),
+        stall("10,000 command files, listed for the first time", commands["first_ms"]),
+        stall("10,000 command files, listed again", commands["again_ms"]),
+        stall("10,000 command files, listed with one more", commands["changed_ms"]),
+    ]
