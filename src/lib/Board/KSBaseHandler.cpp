@@ -166,7 +166,6 @@ KSBaseHandler::KSBaseHandler(MainWindow* window)
     , logFile(QLatin1String(logFileName))
     , executing(nullptr)
     , delivering(nullptr)
-    , transcriptWritten(true)
     , closing(false)
 {
     retryTimer.setInterval(startRetryInterval);
@@ -471,24 +470,6 @@ void KSBaseHandler::log(const QByteArray& bytes)
     // As bytes: the transcript holds exactly what went over the pipes.
     logFile.write(bytes);
     logFile.flush();
-    tellTranscriptState(logFile.error() == QFileDevice::NoError);
-}
-
-/// Says it once when the transcript cannot be written, and once when it can again.
-void KSBaseHandler::tellTranscriptState(bool isWritten)
-{
-    if (isWritten == transcriptWritten) {
-        return;
-    }
-    transcriptWritten = isWritten;
-    if (isWritten) {
-        Orvex::console->warning("The transcript ksbase.log is written again. What went to and fro "
-                                "meanwhile may be missing in it",
-                                "");
-    } else {
-        Orvex::console->error("The transcript ksbase.log cannot be written",
-                              logFile.errorString().toStdString());
-    }
 }
 
 void KSBaseHandler::processCommand()

@@ -186,7 +186,6 @@ private:
     void doWithinMemory(Work work);
     void giveReplyUp();
     void log(const QByteArray& bytes);
-    void tellTranscriptState(bool isWritten);
     bool startWorker();
     void mirrorTool();
 
@@ -217,8 +216,6 @@ private:
     CommandHandler* executing;
     /// The handler that this run of the worker gives its reply to; null when it left.
     CommandHandler* delivering;
-    /// The transcript took the last bytes that were meant for it.
-    bool transcriptWritten;
     /// Runs while a command waits for something that the worker thread needs.
     QTimer retryTimer;
     /// The destructor has begun: the worker is not started any more.
