@@ -80,9 +80,12 @@ check_linker_flag(CXX -fuse-ld=gold KESTOBOARD_HAS_GOLD)
 function(kestoboard_test name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "LONG" "" "SOURCES;LIBRARIES;LABELS")
     set(timeout 600)
+    set(environment ${KESTOBOARD_TEST_ENVIRONMENT})
     if(arg_LONG)
         list(APPEND arg_LABELS long)
         set(timeout 7200)
+        # Qt Test would end a function after five minutes.
+        list(APPEND environment "QTEST_FUNCTION_TIMEOUT=${timeout}000")
     endif()
     add_executable(${name} ${arg_SOURCES})
     kestoboard_language(${name})
@@ -105,6 +108,6 @@ function(kestoboard_test name)
     # The time limit only ends a hanging run; it is far above what the slowest test needs.
     set_tests_properties(${name} PROPERTIES
         TIMEOUT ${timeout}
-        ENVIRONMENT "${KESTOBOARD_TEST_ENVIRONMENT}"
+        ENVIRONMENT "${environment}"
         LABELS "${arg_LABELS}")
 endfunction()

@@ -8,6 +8,8 @@
 #include <foundation/Encoding.h>
 #include <foundation/Exception.h>
 
+#include <QThread>
+
 #include <cstdio>
 
 namespace
@@ -30,6 +32,10 @@ int main(int argc, char** argv)
         const Test::Panel panel;
         panel.getWindow()->show();
         Test::Load load(panel, QCoreApplication::arguments().value(1).toUInt());
+        // What happens while the window is busy is met all at once.
+        for (int share = 0; share < 4; ++share) {
+            load.addAction([] { QThread::msleep(5); });
+        }
         load.start();
         return QCoreApplication::exec();
     } catch (const Orvex::Exception& failure) {

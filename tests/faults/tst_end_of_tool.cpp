@@ -4,10 +4,11 @@
 #include "support/Bench.h"
 #include "support/RunSize.h"
 
+#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
-#include <QRegularExpression>
+#include <QProcessEnvironment>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -140,6 +141,8 @@ private:
     QString play(const Moment& moment);
     QString judge(QProcess* panel);
     QString judgeLastWords(const QByteArray& said);
+    QString getPanelDirectory() const;
+    QProcessEnvironment getPanelEnvironment() const;
     Record getRecord(const QString& name) const;
 
     std::unique_ptr<Bench> bench;
@@ -214,6 +217,7 @@ QString TestEndOfTool::play(const Moment& moment)
                    QFile::encodeName(records->path()) + "'" + moment.toArguments() + "\n");
     Family family;
     QProcess panel;
+    panel.setProcessEnvironment(getPanelEnvironment());
     panel.start(QStringLiteral(KESTOBOARD_LOAD_ACTOR), {QString::number(moment.seed)});
     const bool hasEnded = panel.waitForFinished(hangGuard);
     family.leave();
@@ -226,7 +230,25 @@ QString TestEndOfTool::play(const Moment& moment)
     if (!family.waitForEnd()) {
         return QStringLiteral("A process was left behind");
     }
+    if (!QDir(getPanelDirectory()).isEmpty()) {
+        return QStringLiteral("A file was left behind");
+    }
     return judge(&panel);
+}
+
+QString TestEndOfTool::getPanelDirectory() const
+{
+    return records->filePath(QStringLiteral("tmp"));
+}
+
+/// With places of its own for what is to go with the panel.
+QProcessEnvironment TestEndOfTool::getPanelEnvironment() const
+{
+    QDir().mkdir(getPanelDirectory());
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("TMPDIR"), getPanelDirectory());
+    environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), records->path());
+    return environment;
 }
 
 Record TestEndOfTool::getRecord(const QString& name) const
@@ -275,12 +297,13 @@ QString TestEndOfTool::judgeLastWords(const QByteArray& said)
         return QStringLiteral("The standard output is not told as it was");
     }
     if (!errors.holds(transcript.replies + words.chopped(1))) {
-        return QStringLiteral("The transcript lacks something: it has %1 bytes, told were %2, "
-                              "written were %3 of %4")
-            .arg(transcript.replies.size())
-            .arg(words.size() - 1)
-            .arg(errors.done.size())
-            .arg(errors.begun.size());
+        return QStringLiteral("Of standard error %1 bytes were written, %2 perhaps, and told %3: ")
+                   .arg(errors.done.size())
+                   .arg(errors.begun.size())
+                   .arg(words.size() - 1) +
+               QString::fromUtf8(words) +
+               QStringLiteral("The transcript has %1:\n").arg(transcript.replies.size()) +
+               QString::fromUtf8(transcript.replies);
     }
     const int surplus = transcript.commands.mid(received.size()).count('\n');
     if (!transcript.commands.startsWith(received) || surplus > 1) {

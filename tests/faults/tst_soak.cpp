@@ -30,6 +30,7 @@ namespace
 {
 
 // The panel's clock: a poll every 5 s, a reading every 10 s.
+const int hoursPerDay = 24;
 const int pollsPerHour = 720;
 const int pollsPerReading = 2;
 // What happens to it: a board leaves or returns every 5 minutes, a load every 10.
@@ -50,9 +51,9 @@ const int settleTime = 5'000;
 int getHours()
 {
     if (qEnvironmentVariableIsSet("KESTOBOARD_SOAK_DAYS")) {
-        return qMax(1, qEnvironmentVariable("KESTOBOARD_SOAK_DAYS").toInt()) * 24;
+        return qMax(1, qEnvironmentVariable("KESTOBOARD_SOAK_DAYS").toInt()) * hoursPerDay;
     }
-    return getRunSize(2, 30 * 24);
+    return getRunSize(2, 30 * hoursPerDay);
 }
 
 QString getBoard(const QString& name, const QString& moreKeys = {})
@@ -244,6 +245,9 @@ void TestSoak::aPanelThatStandsForDaysHoldsWhatItHeldAfterAnHour()
     for (int hour = 1; hour < hours; ++hour) {
         passHour(hour);
         QVERIFY(countConsoleLines() <= lineLimit + lineLimit / 10);
+        if (hour % hoursPerDay == 0) {
+            qInfo("after %d d: %s", hour / hoursPerDay, qPrintable(measure().toText()));
+        }
     }
     Footprint last = measure();
     qInfo("after %d h: %s; the tool %lld KiB; %d polls in %.1f s", hours, qPrintable(last.toText()),

@@ -6,11 +6,31 @@
 
 #include <QSettings>
 
+#include <cstdlib>
 #include <exception>
+#include <filesystem>
+#include <string>
+#include <system_error>
 #include <utility>
 
 namespace Test
 {
+
+namespace
+{
+
+/// Settings that nobody would remove: `exit` destroys nothing that lives in `main`.
+std::string abandonedSettings;
+
+void removeAbandonedSettings()
+{
+    if (!abandonedSettings.empty()) {
+        std::error_code ignored;
+        std::filesystem::remove_all(abandonedSettings, ignored);
+    }
+}
+
+} // namespace
 
 TestApplication::TestApplication(int& argc, char** argv)
     : QApplication(argc, argv)
@@ -19,6 +39,10 @@ TestApplication::TestApplication(int& argc, char** argv)
     setOrganizationName(QStringLiteral("KestoboardTest"));
     setApplicationName(QStringLiteral("Test"));
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settingsDirectory.path());
+    static const bool isRegistered = std::atexit(removeAbandonedSettings) == 0;
+    if (isRegistered) {
+        abandonedSettings = settingsDirectory.path().toStdString();
+    }
     Orvex::console = &console;
     Orvex::theme = &theme;
     Zandu::application = &application;
@@ -26,6 +50,7 @@ TestApplication::TestApplication(int& argc, char** argv)
 
 TestApplication::~TestApplication()
 {
+    abandonedSettings.clear();
     Zandu::application = nullptr;
     Orvex::theme = nullptr;
     Orvex::console = nullptr;
