@@ -144,12 +144,14 @@ Orvex::Record* CommandHandler::_getRecord() const
 
 void waitCommandHandlerReady(CommandHandler* handler)
 {
-    if (handler == nullptr) {
+    // Without its engine a command is never answered.
+    if (handler == nullptr || handler->ksBaseHandler == nullptr) {
         return;
     }
     QEventLoop loop;
     // The signal comes from the worker; the quit has to be served by this thread's loop.
     QObject::connect(handler, SIGNAL(resultReady()), &loop, SLOT(quit()), Qt::QueuedConnection);
+    QObject::connect(handler->ksBaseHandler, &QObject::destroyed, &loop, &QEventLoop::quit);
     loop.exec();
     Orvex::takeOver(handler);
 }

@@ -87,6 +87,8 @@ signals:
     void resultReady();
 
 private:
+    friend BOARD_EXPORT void waitCommandHandlerReady(CommandHandler* handler);
+
     CommandHandler(const CommandType& type, const std::string& text, KSBaseHandler* engine);
     ~CommandHandler() override;
 
@@ -102,7 +104,8 @@ private:
 /// Waits in a nested event loop, without a time limit, until the handler has its reply.
 ///
 /// The window stays live meanwhile, so waits can nest; they end in reverse order of entry. A null
-/// handler returns at once. GUI thread.
+/// handler returns at once. The wait ends without a reply when the engine is destroyed or the
+/// application leaves its event loops. GUI thread.
 BOARD_EXPORT void waitCommandHandlerReady(CommandHandler* handler);
 
 } // namespace Board

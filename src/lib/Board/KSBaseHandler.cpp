@@ -31,6 +31,7 @@
 #include <QEventLoop>
 #include <QProcess>
 #include <QProcessEnvironment>
+#include <QSocketNotifier>
 #include <QStatusBar>
 #include <QTime>
 
@@ -39,6 +40,7 @@
 #include <exception>
 #include <memory>
 #include <new>
+#include <poll.h>
 #include <utility>
 
 namespace Board
@@ -57,11 +59,9 @@ const std::chrono::milliseconds commandTick = 1000ms;
 /// Longer than the tick, so that the text stands without a gap while the command runs.
 const std::chrono::milliseconds commandStatusTime = 1200ms;
 const std::chrono::milliseconds pollInterval = 5000ms;
-/// How long a worker in mid-step may take to come to rest before the process ends.
-const std::chrono::milliseconds workerRestTime = 20ms;
 /// How long the tool may take to end by itself once its input has ended.
 const std::chrono::milliseconds toolEndTime = 1000ms;
-/// How long the destructor waits for the worker before it looks again at what the worker asks for.
+/// How long the end of the worker is waited for before a look at what the worker asks for.
 const std::chrono::milliseconds workerServeStep = 1ms;
 
 /// How long a command that finds no means for a worker waits before the next attempt.
@@ -96,6 +96,26 @@ void printLines(const QByteArray& bytes)
 {
     for (const QByteArray& line : bytes.split('\n')) {
         Orvex::console->print(line.toStdString(), "");
+    }
+}
+
+/// Has the process take what stands in its pipes, as the event loop would in one round: an error of
+/// one pipe may come before the words in another.
+void readPending(const QProcess& process)
+{
+    QList<QPointer<QSocketNotifier>> notifiers;
+    for (QSocketNotifier* const notifier : process.findChildren<QSocketNotifier*>()) {
+        notifiers += notifier;
+    }
+    for (const QPointer<QSocketNotifier>& notifier : notifiers) {
+        if (!notifier || notifier->type() != QSocketNotifier::Read || !notifier->isEnabled()) {
+            continue;
+        }
+        pollfd entry{static_cast<int>(notifier->socket()), POLLIN, 0};
+        if (poll(&entry, 1, 0) > 0) {
+            QEvent readable(QEvent::SockAct);
+            QCoreApplication::sendEvent(notifier, &readable);
+        }
     }
 }
 
@@ -222,15 +242,9 @@ void KSBaseHandler::preDestroy()
 
 KSBaseHandler::~KSBaseHandler()
 {
-    closing = true;
     process->disconnect(this);
     thread.disconnect(this);
-    // The worker may be waiting for this thread to do its work: a plain wait would never end.
-    while (!thread.wait(QDeadlineTimer(workerServeStep))) {
-        thread.quit();
-        QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
-    }
-    Orvex::takeOver(&thread);
+    endWorker();
     // The end of its input lets the tool leave its board in order.
     process->closeWriteChannel();
     if (!process->waitForFinished(static_cast<int>(toolEndTime.count()))) {
@@ -239,13 +253,32 @@ KSBaseHandler::~KSBaseHandler()
     }
 }
 
+/// Ends the worker, whatever it is doing; none is started any more.
+void KSBaseHandler::endWorker()
+{
+    closing = true;
+    // The worker may be waiting for this thread to do its work: a plain wait would never end.
+    while (!thread.wait(QDeadlineTimer(workerServeStep))) {
+        thread.quit();
+        QCoreApplication::sendPostedEvents(&workerCalls, QEvent::MetaCall);
+    }
+    Orvex::takeOver(&thread);
+}
+
 void KSBaseHandler::onProcessFinished()
 {
+    if (closing) {
+        return;
+    }
+    // The command in flight gets no reply, and the end is told once.
+    closing = true;
+    executing = nullptr;
+    readPending(*process);
     Orvex::console->error("ksbase2 process has finished. This should not happen", "");
     printLines(process->readAllStandardError());
     printLines(process->readAllStandardOutput());
-    // A worker that is parked in a wait is safe to leave behind; one in mid-step is not.
-    thread.wait(QDeadlineTimer(workerRestTime));
+    // The exit destroys what threads still use: none may be in mid-step then.
+    endWorker();
     std::exit(EXIT_FAILURE);
 }
 
@@ -263,14 +296,20 @@ void KSBaseHandler::detach(CommandHandler* handler)
     if (handler != nullptr && handler == executing) {
         executing = nullptr;
     }
+    settle(handler);
+    if (commandHandlers.empty()) {
+        currentCommandID = 0;
+    }
+}
+
+/// Lets the worker finish with a handler that gets its reply just now.
+void KSBaseHandler::settle(const CommandHandler* handler)
+{
     if (handler != nullptr && handler == delivering) {
         // The worker may still be inside the handler's signal; it has nothing else left to do.
         thread.wait();
         Orvex::takeOver(&thread);
         delivering = nullptr;
-    }
-    if (commandHandlers.empty()) {
-        currentCommandID = 0;
     }
 }
 
@@ -325,7 +364,7 @@ template <class Work>
 void KSBaseHandler::callOnEngineThread(Work work)
 {
     std::exception_ptr failure;
-    QMetaObject::invokeMethod(this,
+    QMetaObject::invokeMethod(&workerCalls,
                               Orvex::HandedWork(
                                   [&work, &failure] {
                                       try {
@@ -504,7 +543,22 @@ void KSBaseHandler::onTimeout()
 std::string KSBaseHandler::exchange(CommandHandler::CommandType type, const std::string& command)
 {
     const OwnedCommandHandler handler(CommandHandler::create(type, command, this));
-    waitCommandHandlerReady(handler.get());
+    return waitReply(handler.get());
+}
+
+/// Waits for the reply to a command. Throws when there is none to judge: the engine has been
+/// destroyed in the wait, or the application has left its event loops.
+std::string KSBaseHandler::waitReply(CommandHandler* handler)
+{
+    const QPointer<KSBaseHandler> self(this);
+    waitCommandHandlerReady(handler);
+    if (self) {
+        settle(handler);
+    }
+    if (!self || !handler->hasFinished()) {
+        Orvex::raise(Orvex::InvalidRequest("The wait for a reply has ended without one"),
+                     "waitReply", sourceFile, __LINE__);
+    }
     return handler->getResult();
 }
 
@@ -515,8 +569,7 @@ std::string KSBaseHandler::sendCommand(const std::string& command)
     }
     const OwnedCommandHandler handler(
         CommandHandler::create(CommandHandler::CommandType::Control, command, this));
-    waitCommandHandlerReady(handler.get());
-    std::string reply = handler->getResult();
+    std::string reply = waitReply(handler.get());
     commandTimer->stop();
     return reply;
 }

@@ -39,7 +39,9 @@ class Tamsa;
 /// end of the reply. What the worker needs of the engine it has done on the GUI thread, and waits.
 ///
 /// Unless told otherwise the operations run on the GUI thread and return only when the tool has
-/// answered, in a nested event loop without a time limit. Verdicts go to `Orvex::console`.
+/// answered, in a nested event loop without a time limit. Verdicts go to `Orvex::console`. When the
+/// wait ends without an answer, because the engine has been destroyed meanwhile or the application
+/// leaves its event loops, they throw Orvex::InvalidRequest.
 class BOARD_EXPORT KSBaseHandler : public Orvex::QStuff
 {
     Q_OBJECT
@@ -57,9 +59,8 @@ public:
     static KSBaseHandler* create(MainWindow* window);
     static void preCreate(const MainWindow* window);
     void postCreate(MainWindow* window);
-    /// Ends the tool and deletes the engine; waits for a command that are under way never end.
-    /// Nothing in the library calls it. Not to be called out of an operation of the engine, whose
-    /// wait would go on without its engine once the application leaves its event loops.
+    /// Ends the tool and deletes the engine. Nothing in the library calls it. The waits that are
+    /// under way end without a reply; an operation of the engine that waited then throws.
     void destroy();
 
     /// The text that the tool has written for the command in flight, one character a byte.
@@ -185,11 +186,14 @@ private:
     template <class Work>
     void doWithinMemory(Work work);
     void giveReplyUp();
+    void settle(const CommandHandler* handler);
+    void endWorker();
     void log(const QByteArray& bytes);
     bool startWorker();
     void mirrorTool();
 
     std::string exchange(CommandHandler::CommandType type, const std::string& command);
+    std::string waitReply(CommandHandler* handler);
     bool sendSetting(const std::string& command);
 
     std::list<Tamsa*> mirrorListing(const std::string& reply, std::list<Tamsa*>* presentTamsas);
@@ -218,8 +222,10 @@ private:
     CommandHandler* delivering;
     /// Runs while a command waits for something that the worker thread needs.
     QTimer retryTimer;
-    /// The destructor has begun: the worker is not started any more.
+    /// The end of the engine or of the tool has begun: the worker is not started any more.
     bool closing;
+    /// Receives what the worker has done on the GUI thread, and nothing else.
+    QObject workerCalls;
 };
 
 } // namespace Board

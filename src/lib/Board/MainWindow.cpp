@@ -137,6 +137,7 @@ MainWindow::MainWindow(QWidget* parent)
     , commandLineEdit(nullptr)
     , fileButton(nullptr)
 {
+    connect(ksBaseHandler, &QObject::destroyed, this, [this] { ksBaseHandler = nullptr; });
     buildStatusBar();
     buildWidgets();
     setMinimumSize(800, 600);
@@ -213,7 +214,7 @@ void MainWindow::buildCommandRow(QWidget* lowerPanel, QGridLayout* grid)
 
 void MainWindow::onSendCommand()
 {
-    if (!Orvex::isDebug() || commandLineEdit == nullptr) {
+    if (!Orvex::isDebug() || commandLineEdit == nullptr || ksBaseHandler == nullptr) {
         return;
     }
     const std::string command = Orvex::getLabel(commandLineEdit->text());
@@ -226,7 +227,7 @@ void MainWindow::onSendCommand()
 
 void MainWindow::onHelp()
 {
-    if (!Orvex::isDebug()) {
+    if (!Orvex::isDebug() || ksBaseHandler == nullptr) {
         return;
     }
     runCommand(ksBaseHandler, "onHelp", __LINE__, "help");
@@ -267,7 +268,7 @@ void MainWindow::makeDefaultAction(QAction* action)
 
 void MainWindow::onFileLaunch(QAction* action)
 {
-    if (action == nullptr || fileButton == nullptr) {
+    if (action == nullptr || fileButton == nullptr || ksBaseHandler == nullptr) {
         return;
     }
     makeDefaultAction(action);

@@ -37,7 +37,7 @@ public:
 
     /// The pages; null while they are being built.
     Folio* getFolio() const { return folio; }
-    /// The engine; not owned by the window's widget tree.
+    /// The engine; not owned by the window's widget tree. Null when it has been destroyed.
     KSBaseHandler* getKSBaseHandler() const { return ksBaseHandler; }
 
     void buildStatusBar();

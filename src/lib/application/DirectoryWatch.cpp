@@ -7,6 +7,7 @@
 #include <QDeadlineTimer>
 #include <QFileInfo>
 #include <QMetaObject>
+#include <QSet>
 #include <QThread>
 #include <QTimer>
 
@@ -22,6 +23,44 @@ namespace
 constexpr std::chrono::milliseconds farewell(100);
 /// For the event loop of the thread, for the notices of changes and for the directory itself.
 constexpr int readerDescriptors = 3;
+
+/// Ends a thread that reads, unless it hangs on a disk that does not answer. Tells whether it
+/// ended.
+bool end(QThread* thread)
+{
+    thread->requestInterruption();
+    thread->quit();
+    return thread->wait(QDeadlineTimer(farewell));
+}
+
+/// The threads that read at the moment. A process that exits while its widgets still stand ends
+/// them first: they use what the exit destroys.
+class ReadingThreads
+{
+public:
+    ReadingThreads() = default;
+    ReadingThreads(const ReadingThreads&) = delete;
+    ReadingThreads& operator=(const ReadingThreads&) = delete;
+    ~ReadingThreads()
+    {
+        for (QThread* const thread : threads) {
+            end(thread);
+        }
+    }
+
+    void add(QThread* thread) { threads.insert(thread); }
+    void remove(QThread* thread) { threads.remove(thread); }
+
+private:
+    QSet<QThread*> threads;
+};
+
+/// Made at the first use, and so ended by the exit before all that is older.
+ReadingThreads& getReadingThreads()
+{
+    static ReadingThreads readingThreads;
+    return readingThreads;
+}
 
 } // namespace
 
@@ -42,6 +81,7 @@ DirectoryWatch::DirectoryWatch(const DirectoryRequest& request, QObject* parent)
             });
     if (Orvex::hasFreeDescriptors(readerDescriptors)) {
         thread->start(QThread::LowPriority);
+        getReadingThreads().add(thread);
     }
     if (!thread->isRunning() && !thread->isFinished()) {
         delete std::exchange(reader, nullptr);
@@ -51,9 +91,8 @@ DirectoryWatch::DirectoryWatch(const DirectoryRequest& request, QObject* parent)
 
 DirectoryWatch::~DirectoryWatch()
 {
-    thread->requestInterruption();
-    thread->quit();
-    if (thread->wait(QDeadlineTimer(farewell))) {
+    getReadingThreads().remove(thread);
+    if (end(thread)) {
         delete thread;
     }
 }
