@@ -1,0 +1,39 @@
+#include "Scripts.h"
+
+#include "support/Bench.h"
+
+#include <QFile>
+
+namespace Test::Scripts
+{
+
+namespace
+{
+
+const char head[] = "#!/bin/sh\n";
+const char answers[] = "while read -r line; do echo 'COMMAND SUCCEEDED' >&2; done\n";
+
+} // namespace
+
+QByteArray getStay()
+{
+    return "while kill -0 $PPID 2>/dev/null; do sleep 0.02; done\n";
+}
+
+QByteArray getTool(const QByteArray& lastAct)
+{
+    return head + QByteArray(answers) + lastAct;
+}
+
+QByteArray getIdleTool(const QByteArray& act)
+{
+    return head + QByteArray("act() {\n") + act + "}\ntrap act USR1\n" + answers;
+}
+
+QByteArray getStartingTool(const QByteArray& act)
+{
+    return head + act + ": > done\nexec '" + QFile::encodeName(Bench::getToolDirectory()) +
+           "/ksbase2_cli' \"$@\"\n";
+}
+
+} // namespace Test::Scripts

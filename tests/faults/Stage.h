@@ -1,0 +1,36 @@
+#ifndef FAULTS_STAGE_H
+#define FAULTS_STAGE_H
+
+#include <Board/KSBaseHandler.h>
+#include <Board/MainWindow.h>
+
+#include <QPointer>
+
+#include <memory>
+
+namespace Test
+{
+
+/// A window and its engine, each of which may end before the other. The poll of the boards stands
+/// still.
+class Stage
+{
+public:
+    Stage();
+    ~Stage();
+    Stage(const Stage&) = delete;
+    Stage& operator=(const Stage&) = delete;
+
+    Board::MainWindow* getWindow() const { return window.get(); }
+    Board::KSBaseHandler* getEngine() const { return engine; }
+    void deleteWindow() { window.reset(); }
+    void destroyEngine();
+
+private:
+    std::unique_ptr<Board::MainWindow> window;
+    QPointer<Board::KSBaseHandler> engine;
+};
+
+} // namespace Test
+
+#endif

@@ -1,0 +1,238 @@
+#include "FaultMatrix.h"
+#include "Scripts.h"
+#include "Situation.h"
+#include "support/Bench.h"
+#include "support/TestMain.h"
+
+#include <QProcess>
+
+using Test::Fault;
+using Test::Outcome;
+using Test::Situation;
+using Test::State;
+
+Q_DECLARE_METATYPE(Fault)
+Q_DECLARE_METATYPE(State)
+
+namespace
+{
+
+const char ended[] = "E: ksbase2 process has finished. This should not happen\n";
+/// What the tool says on its standard output, which nobody reads before its end.
+const char aside[] = "kind = \"stdout\"\ntext = \"said aside\\n\"|";
+
+/// What the tool does in the fault, after it has said something aside.
+QByteArray getAct(Fault fault)
+{
+    switch (fault) {
+    case Fault::Exit:
+        return "echo 'last words' >&2; : > done; exit 3\n";
+    case Fault::Signal:
+        return "echo 'last words' >&2; : > done; kill -9 $$\n";
+    case Fault::EndAtStart:
+        return "exit 0\n";
+    case Fault::CloseInput:
+        return QByteArray("exec <&-; : > done\n") + Test::Scripts::getStay();
+    default:
+        break;
+    }
+    return {};
+}
+
+/// The lines of the console that tell how something came out.
+int countVerdicts(const QByteArray& said)
+{
+    return QString::fromUtf8(said).split('\n').filter(QRegularExpression("succes|failed")).size();
+}
+
+} // namespace
+
+/// The cells of the matrix of faults in which the process ends: with status 1, and with the last
+/// words of the tool on the console.
+class TestFaultMatrixEnds : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { bench = std::make_unique<Test::Bench>(); }
+    void cleanup() { bench.reset(); }
+    void anEndAtTheStartEndsTheProcess_data();
+    void anEndAtTheStartEndsTheProcess();
+    void anEndInAStateEndsTheProcess_data() { addCells(Outcome::Ends); }
+    void anEndInAStateEndsTheProcess();
+    void anInputThatClosesEndsTheProcessAtTheNextCommand_data() { addCells(Outcome::EndsNext); }
+    void anInputThatClosesEndsTheProcessAtTheNextCommand();
+    void anEndOfAnIdleToolEndsTheProcess_data();
+    void anEndOfAnIdleToolEndsTheProcess();
+    void aWorkerInMidStepIsEndedBeforeTheProcess();
+    void wordsThatNobodyHasReadComeToTheConsole();
+
+private:
+    /// The cells of that outcome in which the simulated tool acts.
+    static void addCells(Outcome outcome);
+    static void addCells(const QVector<State>& states);
+    /// Runs the probe to its end, in a bench that is laid out for the state.
+    void run(const QString& part);
+    void runInState(State state, const QString& trouble);
+    /// The process has ended as promised, the tool having spoken.
+    void verifyEnd();
+
+    std::unique_ptr<Test::Bench> bench;
+    QProcessEnvironment environment;
+    QByteArray said;
+    int status = 0;
+};
+
+void TestFaultMatrixEnds::addCells(Outcome outcome)
+{
+    QTest::addColumn<Fault>("fault");
+    QTest::addColumn<State>("state");
+    for (const Test::StateForm& state : Test::getStates()) {
+        for (const Test::FaultForm& fault : Test::FaultMatrix::getFaults()) {
+            if (!state.command.isEmpty() &&
+                Test::FaultMatrix::getOutcome(fault.fault, state.state) == outcome) {
+                QTest::newRow(qPrintable(fault.title + ": " + state.title))
+                    << fault.fault << state.state;
+            }
+        }
+    }
+}
+
+void TestFaultMatrixEnds::run(const QString& part)
+{
+    QProcess probe;
+    probe.setProcessEnvironment(environment);
+    probe.start(KESTOBOARD_FAULT_PROBE, {part});
+    QVERIFY(probe.waitForFinished(60'000));
+    status = probe.exitStatus() == QProcess::NormalExit ? probe.exitCode() : -1;
+    said = probe.readAllStandardOutput();
+}
+
+void TestFaultMatrixEnds::runInState(State state, const QString& trouble)
+{
+    const Situation situation(bench.get(), state);
+    environment = QProcessEnvironment::systemEnvironment();
+    if (state == State::FirstListing) {
+        situation.prepare(trouble);
+    } else {
+        situation.arm(trouble);
+        QFile scenario(qEnvironmentVariable("KESTOBOARD_SCENARIO"));
+        QVERIFY(scenario.open(QIODevice::ReadOnly));
+        bench->writeFile("armed.toml", scenario.readAll());
+        situation.prepare({});
+    }
+    run(QString::number(static_cast<int>(state)));
+}
+
+void TestFaultMatrixEnds::verifyEnd()
+{
+    QVERIFY2(status == 1, said.constData());
+    QCOMPARE(said.count(ended), 1);
+    // Nothing is left of standard error, and all of standard output.
+    QVERIFY2(said.endsWith(QByteArray(ended) + "\nsaid aside\n\n"), said.constData());
+}
+
+void TestFaultMatrixEnds::anEndInAStateEndsTheProcess()
+{
+    QFETCH(Fault, fault);
+    QFETCH(State, state);
+    runInState(state, aside + Test::FaultMatrix::getForm(fault).trouble);
+    verifyEnd();
+    QVERIFY(!said.contains("passed"));
+    QVERIFY(bench->readFile("ksbase.log").endsWith("last words\n"));
+    // That the window stands, the five steps of its board, and the steps before this one.
+    const int steps = Test::isBringUp(state) ? int(state) - int(State::BringUpSelect) : 0;
+    QCOMPARE(countVerdicts(said), state == State::FirstListing ? 1 : 6 + steps);
+}
+
+void TestFaultMatrixEnds::anInputThatClosesEndsTheProcessAtTheNextCommand()
+{
+    QFETCH(Fault, fault);
+    QFETCH(State, state);
+    runInState(state, aside + Test::FaultMatrix::getForm(fault).trouble);
+    verifyEnd();
+    const bool hasMore =
+        Test::isBringUp(state) || state == State::FirstListing || state == State::Nested;
+    // The last step of a bring-up has nothing after it.
+    QCOMPARE(said.contains("passed\n"), !hasMore || state == State::BringUpRestore);
+}
+
+void TestFaultMatrixEnds::anEndAtTheStartEndsTheProcess_data()
+{
+    addCells({State::Starting});
+}
+
+void TestFaultMatrixEnds::anEndOfAnIdleToolEndsTheProcess_data()
+{
+    addCells({State::Idle});
+}
+
+void TestFaultMatrixEnds::addCells(const QVector<State>& states)
+{
+    QTest::addColumn<Fault>("fault");
+    for (const State state : states) {
+        for (const Test::FaultForm& fault : Test::FaultMatrix::getFaults()) {
+            const Outcome outcome = Test::FaultMatrix::getOutcome(fault.fault, state);
+            if (outcome == Outcome::Ends || outcome == Outcome::EndsNext) {
+                QTest::newRow(qPrintable(fault.title)) << fault.fault;
+            }
+        }
+    }
+}
+
+void TestFaultMatrixEnds::anEndAtTheStartEndsTheProcess()
+{
+    QFETCH(Fault, fault);
+    const bool starts = fault != Fault::CannotStart;
+    bench->setTool(starts ? "#!/bin/sh\necho 'said aside'\n" + getAct(fault)
+                          : QByteArray("#!/no/such/interpreter\n"));
+    environment = QProcessEnvironment::systemEnvironment();
+    if (getAct(fault).contains("done")) {
+        environment.insert("KESTOBOARD_TEST_WAITS", "1");
+    }
+    run("start");
+    if (starts) {
+        verifyEnd();
+    } else {
+        QCOMPARE(status, 1);
+        QVERIFY2(said.endsWith(QByteArray(ended) + "\n\n"), said.constData());
+    }
+    QVERIFY(!said.contains("onnected"));
+}
+
+void TestFaultMatrixEnds::anEndOfAnIdleToolEndsTheProcess()
+{
+    QFETCH(Fault, fault);
+    bench->setTool(Test::Scripts::getIdleTool("echo 'said aside'\n" + getAct(fault)));
+    environment = QProcessEnvironment::systemEnvironment();
+    if (fault == Fault::CloseInput) {
+        environment.insert("KESTOBOARD_TEST_ASKS", "1");
+    }
+    run("idle");
+    verifyEnd();
+    QCOMPARE(countVerdicts(said), 1);
+}
+
+void TestFaultMatrixEnds::aWorkerInMidStepIsEndedBeforeTheProcess()
+{
+    environment = QProcessEnvironment::systemEnvironment();
+    run("mid-step");
+    QVERIFY2(status == 1, said.constData());
+    QVERIFY2(said.contains("the worker is at rest\n"), said.constData());
+    QVERIFY2(said.contains("no thread is left\n"), said.constData());
+}
+
+void TestFaultMatrixEnds::wordsThatNobodyHasReadComeToTheConsole()
+{
+    bench->setTool(Test::Scripts::getIdleTool(
+        QByteArray("echo 'said aside'; echo 'in trouble' >&2; : > done\n") +
+        Test::Scripts::getStay()));
+    environment = QProcessEnvironment::systemEnvironment();
+    run("unread");
+    verifyEnd();
+    QVERIFY(bench->readFile("ksbase.log").endsWith("in trouble\n"));
+}
+
+KESTOBOARD_TEST_MAIN(TestFaultMatrixEnds)
+
+#include "tst_fault_matrix_ends.moc"
