@@ -169,7 +169,7 @@ void Tour::visitStates(const TourVariant& variant)
     window->show();
     window->activateWindow();
     TourStates states(
-        window.get(),
+        window.get(), settings.path(),
         [this](const QString& what, const std::function<bool()>& isThere) {
             waitFor(what, isThere);
         },

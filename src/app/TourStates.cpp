@@ -21,6 +21,7 @@
 #include <foundation/Text.h>
 
 #include <QAction>
+#include <QFile>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMenu>
@@ -33,7 +34,6 @@
 
 #include <chrono>
 #include <memory>
-#include <stdexcept>
 #include <utility>
 
 namespace Kestoboard
@@ -48,15 +48,6 @@ const std::chrono::milliseconds glance = 20ms;
 const QSize smallest(800, 600);
 /// The entry of a menu that is shown as lying under the pointer.
 const int pointedEntry = 1;
-
-/// Serves events while the work waits, and looks at each of them.
-void watch(const std::function<void()>& look, const std::function<void()>& work)
-{
-    QTimer ticker;
-    QObject::connect(&ticker, &QTimer::timeout, &ticker, look);
-    ticker.start(glance);
-    work();
-}
 
 void raiseBrowsePage(const Board::MainWindow& window, long (Board::BrowseFolio::*index)() const)
 {
@@ -79,8 +70,10 @@ QPixmap getPicture(Board::MainWindow* window, QMenu* menu, const QPoint& place)
 
 } // namespace
 
-TourStates::TourStates(Board::MainWindow* panel, WaitFor waiter, Save saver)
+TourStates::TourStates(Board::MainWindow* panel, const QString& directory, WaitFor waiter,
+                       Save saver)
     : window(panel)
+    , releases(directory)
     , waitFor(std::move(waiter))
     , save(std::move(saver))
 {
@@ -91,16 +84,21 @@ QByteArray TourStates::getScenario()
     return R"([[board]]
 name = "KS-Dev 1 Aurora"
 selected = true
-flash_seconds_per_mb = 14.0
     [[board.channel]]
     name = "VCore"
     voltage = 1.0
     current = 0.42
 
 [[fault]]
-kind = "late"
+kind = "hold"
+command = "board spi flash program"
+file = "flash-release"
+times = 0
+
+[[fault]]
+kind = "hold"
 command = "board set force_bit"
-delay_ms = 1700
+file = "bit-release"
 times = 0
 
 [[fault]]
@@ -114,7 +112,8 @@ times = 0
 void TourStates::visit(const QString& bitstream)
 {
     showEmptyList();
-    showWaiting(bitstream);
+    showRunning(bitstream);
+    showLate();
     showFailure(bitstream);
     showSearch();
     showMenus();
@@ -130,34 +129,50 @@ void TourStates::showEmptyList()
     save(window->grab(), QStringLiteral("recent-empty"));
 }
 
-/// A flash that is under way, and an answer that does not come.
-void TourStates::showWaiting(const QString& bitstream)
+/// Pictures the window as soon as it shows what is waited for, and only then lets the answer go.
+void TourStates::saveWhile(const std::function<bool()>& isThere, const QString& name,
+                           const QString& release, const std::function<void()>& command)
 {
-    Board::KSBaseHandler* const engine = window->getKSBaseHandler();
-    const auto* const indicator = window->findChild<ActivityIndicator*>();
-    int saved = 0;
+    QFile file(releases.filePath(release));
+    file.remove();
+    bool isSaved = false;
+    QTimer ticker;
+    connect(&ticker, &QTimer::timeout, this, [&] {
+        if (!isSaved && isThere()) {
+            isSaved = true;
+            save(window->grab(), name);
+            static_cast<void>(file.open(QIODevice::WriteOnly));
+        }
+    });
+    ticker.start(glance);
+    command();
+}
+
+void TourStates::showRunning(const QString& bitstream)
+{
     showChosenBitstream(*window, bitstream);
-    watch(
-        [&] {
-            if (saved == 0 && !window->statusBar()->currentMessage().isEmpty()) {
-                ++saved;
-                save(window->grab(), QStringLiteral("running"));
-            }
-        },
-        [&] { engine->programFlash(Orvex::getLabel(bitstream)); });
+    saveWhile([this] { return !window->statusBar()->currentMessage().isEmpty(); },
+              QStringLiteral("running"), QStringLiteral("flash-release"),
+              [&] { window->getKSBaseHandler()->programFlash(Orvex::getLabel(bitstream)); });
+    waitForMessageToGo();
+}
+
+void TourStates::showLate()
+{
+    const auto* const indicator = window->findChild<ActivityIndicator*>();
     ActivityIndicator::setPatience(1);
-    watch(
+    saveWhile(
         [&] {
-            if (saved == 1 && indicator->getIconName() == "warning") {
-                ++saved;
-                save(window->grab(), QStringLiteral("late"));
-            }
+            return !window->statusBar()->currentMessage().isEmpty() &&
+                   indicator->getIconName() == "warning";
         },
-        [&] { engine->setForceBit(true); });
-    if (saved != 2) {
-        throw std::runtime_error(
-            tr("A command was over before it could be pictured.").toStdString());
-    }
+        QStringLiteral("late"), QStringLiteral("bit-release"),
+        [this] { window->getKSBaseHandler()->setForceBit(true); });
+    waitForMessageToGo();
+}
+
+void TourStates::waitForMessageToGo()
+{
     waitFor(tr("the message of the engine to go"),
             [this] { return window->statusBar()->currentMessage().isEmpty(); });
 }

@@ -2,6 +2,7 @@
 #define APP_TOURSTATES_H
 
 #include <QByteArray>
+#include <QDir>
 #include <QObject>
 #include <QPixmap>
 #include <QString>
@@ -28,9 +29,12 @@ public:
     /// Saves a picture under a name without suffixes.
     using Save = std::function<void(const QPixmap&, const QString&)>;
 
-    TourStates(Board::MainWindow* panel, WaitFor waiter, Save saver);
+    /// The directory is that of the scenario.
+    TourStates(Board::MainWindow* panel, const QString& directory, WaitFor waiter, Save saver);
 
-    /// The bench on which the states come about, in the language of scenarios.
+    /// The bench on which the states come about, in the language of scenarios. Two of its answers
+    /// are held back until a file is in the directory of the scenario, so that the state before is
+    /// there for as long as it takes to picture it.
     static QByteArray getScenario();
 
     /// `bitstream` is chosen on the Bitstream page of the window.
@@ -39,7 +43,11 @@ public:
 private:
     void showEmptyList();
     void showFailure(const QString& bitstream);
-    void showWaiting(const QString& bitstream);
+    void showRunning(const QString& bitstream);
+    void showLate();
+    void saveWhile(const std::function<bool()>& isThere, const QString& name,
+                   const QString& release, const std::function<void()>& command);
+    void waitForMessageToGo();
     void showSearch();
     void showMenus();
     void showSmallPages();
@@ -47,6 +55,7 @@ private:
     void showBoxes();
 
     Board::MainWindow* const window;
+    const QDir releases;
     const WaitFor waitFor;
     const Save save;
 };
