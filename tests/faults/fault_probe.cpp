@@ -74,14 +74,20 @@ std::ptrdiff_t getThreadCount()
     return std::distance(begin(threads), end(threads));
 }
 
-/// Ends while the worker is inside the signal of a reply.
-void endInMidStep(Board::KSBaseHandler* engine)
+/// Tells which threads are still there when the exit destroys what is older than this call.
+void watchExit()
 {
+    threadsAtStart = getThreadCount();
     std::atexit([] {
         std::puts(isWorkerAtWork ? "the worker is at work" : "the worker is at rest");
         std::puts(getThreadCount() > threadsAtStart ? "threads are left" : "no thread is left");
         std::fflush(stdout);
     });
+}
+
+/// Ends while the worker is inside the signal of a reply.
+void endInMidStep(Board::KSBaseHandler* engine)
+{
     auto* const handler =
         Board::CommandHandler::create(Board::CommandHandler::CommandType::Control, "help", engine);
     QObject::connect(
@@ -127,8 +133,10 @@ int main(int argc, char** argv)
 {
     Test::TestApplication application(argc, argv);
     QObject::connect(Orvex::console, &Orvex::Console::messageAdded, &application, tell);
-    threadsAtStart = getThreadCount();
     const QString part = application.arguments().value(1);
+    if (part == QStringLiteral("mid-step")) {
+        watchExit();
+    }
     try {
         const Test::Stage stage;
         Board::KSBaseHandler* const engine = stage.getEngine();
