@@ -27,7 +27,10 @@ QByteArray getTool(const QByteArray& lastAct)
 
 QByteArray getIdleTool(const QByteArray& act)
 {
-    return head + QByteArray("act() {\n") + act + "}\ntrap act USR1\n" + answers;
+    // The signal also ends the reading that it meets.
+    return head + QByteArray("act() {\nacted=1\n") + act +
+           "}\ntrap act USR1\nwhile read -r line || [ \"$acted\" ]; do\n"
+           "[ \"$acted\" ] || echo 'COMMAND SUCCEEDED' >&2\nacted=\ndone\n";
 }
 
 QByteArray getStartingTool(const QByteArray& act)
