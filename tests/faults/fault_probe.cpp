@@ -9,12 +9,14 @@
 #include <foundation/Encoding.h>
 #include <foundation/Exception.h>
 
+#include <QDeadlineTimer>
 #include <QFile>
 #include <QProcess>
 #include <QTextStream>
 #include <QThread>
 
 #include <atomic>
+#include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -65,6 +67,8 @@ void pass(const Test::Situation& situation, Board::KSBaseHandler* engine)
     say(QString::fromStdString(engine->getMode()));
 }
 
+constexpr std::chrono::seconds threadPatience(30);
+
 std::atomic<bool> isWorkerAtWork{false};
 std::ptrdiff_t threadsAtStart = 0;
 
@@ -80,6 +84,11 @@ void watchExit()
     threadsAtStart = getThreadCount();
     std::atexit([] {
         std::puts(isWorkerAtWork ? "the worker is at work" : "the worker is at rest");
+        // The system forgets a thread a moment after it has ended.
+        QDeadlineTimer patience(threadPatience);
+        while (getThreadCount() > threadsAtStart && !patience.hasExpired()) {
+            QThread::msleep(1);
+        }
         std::puts(getThreadCount() > threadsAtStart ? "threads are left" : "no thread is left");
         std::fflush(stdout);
     });

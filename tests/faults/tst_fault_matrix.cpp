@@ -359,7 +359,9 @@ void TestFaultMatrix::aFaultInAState()
     QCOMPARE(course.lines, expected.lines);
     QCOMPARE(course.results, expected.results);
     if (fault == Fault::After || fault == Fault::Between) {
-        QTRY_VERIFY_WITH_TIMEOUT(bench->readFile(transcript).contains("Notice\n"), 60'000);
+        // All of it, so that none of it meets the next command.
+        const QByteArray stray = fault == Fault::After ? "Notice\n" : "Notice\nCOMMAND FAILED\n";
+        QTRY_VERIFY_WITH_TIMEOUT(bench->readFile(transcript).contains(stray), 60'000);
         QCOMPARE(stage->getEngine()->getMode(), std::string("Jtag only"));
         QFile::resize(transcript, 0);
     }

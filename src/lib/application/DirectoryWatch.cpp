@@ -21,16 +21,18 @@ namespace
 {
 
 constexpr std::chrono::milliseconds farewell(100);
+/// At the exit there is no later: whatever is not held up by a disk has ended after this.
+constexpr std::chrono::milliseconds lastFarewell(1000);
 /// For the event loop of the thread, for the notices of changes and for the directory itself.
 constexpr int readerDescriptors = 3;
 
 /// Ends a thread that reads, unless it hangs on a disk that does not answer. Tells whether it
 /// ended.
-bool end(QThread* thread)
+bool end(QThread* thread, std::chrono::milliseconds patience)
 {
     thread->requestInterruption();
     thread->quit();
-    return thread->wait(QDeadlineTimer(farewell));
+    return thread->wait(QDeadlineTimer(patience));
 }
 
 /// The threads that read at the moment. A process that exits while its widgets still stand ends
@@ -44,7 +46,7 @@ public:
     ~ReadingThreads()
     {
         for (QThread* const thread : threads) {
-            end(thread);
+            end(thread, lastFarewell);
         }
     }
 
@@ -92,7 +94,7 @@ DirectoryWatch::DirectoryWatch(const DirectoryRequest& request, QObject* parent)
 DirectoryWatch::~DirectoryWatch()
 {
     getReadingThreads().remove(thread);
-    if (end(thread)) {
+    if (end(thread, farewell)) {
         delete thread;
     }
 }
