@@ -12,7 +12,6 @@
 #include <foundation/Console.h>
 #include <foundation/Critical.h>
 #include <foundation/Debug.h>
-#include <foundation/Descriptors.h>
 #include <foundation/Encoding.h>
 #include <foundation/FactoryFailed.h>
 #include <foundation/Fatal.h>
@@ -66,8 +65,6 @@ const std::chrono::milliseconds workerServeStep = 1ms;
 
 /// How long a command that finds no means for a worker waits before the next attempt.
 const std::chrono::milliseconds startRetryInterval = 1000ms;
-/// What the event loop of the worker opens, and one to spare.
-const int workerDescriptors = 2;
 
 /// What a command gets whose own reply could not be kept: as a refusal, so that nothing is taken to
 /// have worked of which nobody knows.
@@ -336,8 +333,8 @@ void KSBaseHandler::startThread()
     if (startWorker()) {
         retryTimer.stop();
     } else if (!retryTimer.isActive()) {
-        Orvex::console->error("No command can be sent: the system gives no thread or no "
-                              "descriptor for it. It is tried again every second",
+        Orvex::console->error("No command can be sent: the system gives no thread for it. "
+                              "It is tried again every second",
                               "");
         retryTimer.start();
     }
@@ -346,9 +343,6 @@ void KSBaseHandler::startThread()
 /// False when the system lacks what the worker needs.
 bool KSBaseHandler::startWorker()
 {
-    if (!Orvex::hasFreeDescriptors(workerDescriptors)) {
-        return false;
-    }
     // The thread ends its dispatcher when it ends itself, which may still be under way.
     thread.wait();
     if (thread.eventDispatcher() == nullptr) {
