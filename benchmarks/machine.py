@@ -12,7 +12,7 @@ def describe(tree, build):
         "commit": _run("git", "-C", str(tree), "describe", "--always", "--dirty") or "none",
         "processor": f"{os.cpu_count()} cores, {_get_processor()}",
         "memory": f"{os.sysconf('SC_PAGE_SIZE') * os.sysconf('SC_PHYS_PAGES') / 2**30:.0f} GiB",
-        "system": f"{_get_system()}, Linux {platform.release()}",
+        "system": f"{_get_system()}, Linux {_get_kernel()}",
         "Qt": _run("pkg-config", "--modversion", "Qt5Core") or "unknown",
         "compiler": _get_compiler(build),
         "load before": ", ".join(f"{load:.1f}" for load in os.getloadavg())
@@ -42,6 +42,11 @@ def _get_processor():
 
 def _get_system():
     return _find("/etc/os-release", r'^PRETTY_NAME="?([^"\n]*)')
+
+
+def _get_kernel():
+    # Without what a distribution or a host adds to the version.
+    return platform.release().split("-")[0]
 
 
 def _get_compiler(build):
