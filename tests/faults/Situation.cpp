@@ -10,6 +10,7 @@
 #include <foundation/Exception.h>
 
 #include <QFile>
+#include <QPointer>
 
 namespace Test
 {
@@ -58,17 +59,19 @@ QStringList nest(KSBaseHandler* engine)
 {
     QStringList results;
     QObject context;
+    // The engine may be destroyed in one of the waits.
+    const QPointer<KSBaseHandler> living(engine);
     when(
-        &context, [engine] { return engine->isRunning(); },
-        [engine, &context, &results] {
+        &context, [living] { return living && living->isRunning(); },
+        [engine, living, &context, &results] {
             when(
-                &context, [engine] { return isAnyQueued(*engine, 3); },
+                &context, [living] { return living && isAnyQueued(*living, 3); },
                 [] {
                     QFile file{QString(nestedFile)};
                     static_cast<void>(file.open(QIODevice::WriteOnly));
                 });
             when(
-                &context, [engine] { return isAnyQueued(*engine, 2); },
+                &context, [living] { return living && isAnyQueued(*living, 2); },
                 [engine, &results] {
                     results += QStringLiteral("read: ") + getSummary(engine->getMonitor(0));
                 });

@@ -34,12 +34,16 @@ Limit::~Limit()
     setrlimit(resource, &former);
 }
 
-DescriptorShortage::DescriptorShortage()
+DescriptorShortage::DescriptorShortage(std::size_t left)
     : limit(RLIMIT_NOFILE, mostDescriptors)
 {
     for (int descriptor = eventfd(0, EFD_CLOEXEC); descriptor >= 0;
          descriptor = eventfd(0, EFD_CLOEXEC)) {
         taken.push_back(descriptor);
+    }
+    for (; left > 0 && !taken.empty(); --left) {
+        close(taken.back());
+        taken.pop_back();
     }
 }
 

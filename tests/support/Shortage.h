@@ -1,6 +1,7 @@
 #ifndef SUPPORT_SHORTAGE_H
 #define SUPPORT_SHORTAGE_H
 
+#include <cstddef>
 #include <sys/resource.h>
 #include <vector>
 
@@ -22,11 +23,11 @@ private:
     rlimit former;
 };
 
-/// Not one file more can be opened by this process as long as it lives.
+/// Of files this process can open only so many more as are left, as long as it lives.
 class DescriptorShortage
 {
 public:
-    DescriptorShortage();
+    explicit DescriptorShortage(std::size_t left = 0);
     ~DescriptorShortage();
     DescriptorShortage(const DescriptorShortage&) = delete;
     DescriptorShortage& operator=(const DescriptorShortage&) = delete;

@@ -93,9 +93,12 @@ DirectoryWatch::DirectoryWatch(const DirectoryRequest& request, QObject* parent)
 
 DirectoryWatch::~DirectoryWatch()
 {
-    getReadingThreads().remove(thread);
     if (end(thread, farewell)) {
+        getReadingThreads().remove(thread);
         delete thread;
+    } else {
+        connect(thread, &QObject::destroyed,
+                [hanging = thread] { getReadingThreads().remove(hanging); });
     }
 }
 

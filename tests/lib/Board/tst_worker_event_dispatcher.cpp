@@ -1,4 +1,5 @@
 #include <Board/WorkerEventDispatcher.h>
+#include <foundation/HandOff.h>
 
 #include <QEventLoop>
 #include <QSemaphore>
@@ -40,7 +41,19 @@ public:
 template <class Work>
 void post(QObject* object, Work work)
 {
-    QMetaObject::invokeMethod(object, work, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(object, Orvex::HandedWork(work), Qt::QueuedConnection);
+}
+
+void release(QSemaphore* semaphore)
+{
+    Orvex::handOver(semaphore);
+    semaphore->release();
+}
+
+void acquire(QSemaphore* semaphore, int count = 1)
+{
+    semaphore->acquire(count);
+    Orvex::takeOver(semaphore);
 }
 
 } // namespace
@@ -68,10 +81,10 @@ void WorkerEventDispatcherTest::postedEventsAreServedInTheirOrder()
     for (int number = 0; number < count; ++number) {
         post(worker.object, [&, number] {
             served += number;
-            allServed.release();
+            release(&allServed);
         });
     }
-    allServed.acquire(count);
+    acquire(&allServed, count);
     for (int number = 0; number < count; ++number) {
         QCOMPARE(served.at(number), number);
     }
@@ -84,10 +97,10 @@ void WorkerEventDispatcherTest::whatWasPostedBeforeTheStartIsServed()
     QThread* servedOn = nullptr;
     post(worker.object, [&] {
         servedOn = QThread::currentThread();
-        served.release();
+        release(&served);
     });
     worker.start();
-    served.acquire();
+    acquire(&served);
     QCOMPARE(servedOn, &worker.thread);
 }
 
@@ -100,9 +113,9 @@ void WorkerEventDispatcherTest::aQuitBeforeTheLoopRunsIsKept()
         QEventLoop loop;
         post(&loop, [&loop] { loop.quit(); });
         loop.exec();
-        isOver.release();
+        release(&isOver);
     });
-    isOver.acquire();
+    acquire(&isOver);
 }
 
 void WorkerEventDispatcherTest::aQuitFromAnotherThreadEndsANestedLoop()
@@ -117,13 +130,13 @@ void WorkerEventDispatcherTest::aQuitFromAnotherThreadEndsANestedLoop()
         post(worker.object, [&] {
             QEventLoop loop;
             waiting = &loop;
-            hasLoop.release();
+            release(&hasLoop);
             loop.exec();
-            isOver.release();
+            release(&isOver);
         });
-        hasLoop.acquire();
+        acquire(&hasLoop);
         post(waiting, [waiting] { waiting->quit(); });
-        isOver.acquire();
+        acquire(&isOver);
     }
 }
 
@@ -137,10 +150,10 @@ void WorkerEventDispatcherTest::aThreadCanBeStartedAgain()
         thread.start();
         QSemaphore served;
         post(&object, [&] {
-            served.release();
+            release(&served);
             thread.quit();
         });
-        served.acquire();
+        acquire(&served);
         thread.wait();
         QVERIFY(thread.eventDispatcher() == nullptr);
     }
@@ -157,9 +170,9 @@ void WorkerEventDispatcherTest::aLoopThatDoesNotWaitReturns()
         loop.processEvents();
         post(&loop, [&] { wasServed = true; });
         loop.processEvents();
-        isOver.release();
+        release(&isOver);
     });
-    isOver.acquire();
+    acquire(&isOver);
     QVERIFY(wasServed);
 }
 
