@@ -59,7 +59,7 @@ const std::chrono::milliseconds commandTick = 1000ms;
 const std::chrono::milliseconds commandStatusTime = 1200ms;
 const std::chrono::milliseconds pollInterval = 5000ms;
 /// How long the tool may take to end by itself once its input has ended.
-const std::chrono::milliseconds toolEndTime = 1000ms;
+const std::chrono::milliseconds toolEndTime = 3000ms;
 /// How long the end of the worker is waited for before a look at what the worker asks for.
 const std::chrono::milliseconds workerServeStep = 1ms;
 
@@ -613,13 +613,7 @@ void KSBaseHandler::refreshTamsaMap()
     if (auto* const timer = qobject_cast<QTimer*>(sender())) {
         timer->setInterval(pollInterval);
     }
-    try {
-        mirrorTool();
-    } catch (const std::bad_alloc&) {
-        // The next pass may fare better.
-        refreshing = false;
-        throw;
-    }
+    mirrorTool();
     refreshing = false;
 }
 
@@ -763,14 +757,8 @@ std::string KSBaseHandler::_getMonitor(unsigned long index)
         return {};
     }
     monitoring = true;
-    std::string reply;
-    try {
-        reply = exchange(CommandHandler::CommandType::Monitor,
-                         "board monitor get " + Orvex::getLabel(index));
-    } catch (const std::bad_alloc&) {
-        monitoring = false;
-        throw;
-    }
+    std::string reply = exchange(CommandHandler::CommandType::Monitor,
+                                 "board monitor get " + Orvex::getLabel(index));
     monitoring = false;
     return reply;
 }
