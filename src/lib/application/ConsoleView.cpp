@@ -135,6 +135,8 @@ ConsoleView::ConsoleView(QWidget* parent)
     });
     connect(verticalScrollBar(), &QScrollBar::valueChanged, this, &ConsoleView::followScrolling);
     connect(verticalScrollBar(), &QScrollBar::rangeChanged, this, &ConsoleView::followGrowth);
+    // To bring the cursor into sight scrolls without a word from the scroll bar.
+    connect(this, &QPlainTextEdit::cursorPositionChanged, this, &ConsoleView::followScrolling);
     connect(this, &QPlainTextEdit::updateRequest, gutter, [this] { gutter->update(); });
     setLinesWrapped(true);
     setFont(getFixedFont());

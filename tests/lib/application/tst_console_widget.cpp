@@ -79,6 +79,8 @@ private slots:
     void aSwitchOfTheThemeRecoloursWhatIsShown();
     void followsTheEndWhileItStandsThere();
     void staysInPlaceWhenThePersonHasScrolledUp();
+    void staysInPlaceWhenAKeyHasLedAway();
+    void staysAtAMatchThatWasFoundFurtherUp();
     void theJumpButtonLeadsBackToTheEnd();
     void followsTheEndWhenItIsMadeSmaller();
     void aSelectionStaysWhatItWasWhileLinesCome();
@@ -462,6 +464,31 @@ void ConsoleWidgetTest::staysInPlaceWhenThePersonHasScrolledUp()
     QCOMPARE(getScrollBar()->value(), 10);
     QCOMPARE(getFirstSeen().blockNumber(), 10);
     QVERIFY(getButton(QStringLiteral("Jump to end"))->isVisible());
+}
+
+void ConsoleWidgetTest::staysInPlaceWhenAKeyHasLedAway()
+{
+    printLines(100);
+    QTest::keyClick(view, Qt::Key_Home, Qt::ControlModifier);
+    QCOMPARE(getScrollBar()->value(), 0);
+    QVERIFY(getButton(QStringLiteral("Jump to end"))->isVisible());
+    printLines(1);
+    QCOMPARE(getScrollBar()->value(), 0);
+}
+
+void ConsoleWidgetTest::staysAtAMatchThatWasFoundFurtherUp()
+{
+    printLines(100);
+    search(QStringLiteral("line 3"));
+    for (int step = 0; step < 100 && getScrollBar()->value() == getScrollBar()->maximum(); ++step) {
+        widget->findPrevious();
+    }
+    const int value = getScrollBar()->value();
+    QVERIFY(value < getScrollBar()->maximum());
+    QVERIFY(getButton(QStringLiteral("Jump to end"))->isVisible());
+    QVERIFY(!view->extraSelections().isEmpty());
+    printLines(1);
+    QCOMPARE(getScrollBar()->value(), value);
 }
 
 void ConsoleWidgetTest::theJumpButtonLeadsBackToTheEnd()
