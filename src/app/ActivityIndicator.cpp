@@ -16,7 +16,6 @@
 #include <QLabel>
 #include <QLocale>
 #include <QSettings>
-#include <QTime>
 
 #include <chrono>
 
@@ -36,13 +35,12 @@ const qint64 longTransfer = 10000;
 const int iconSize = 16;
 const qint64 shortest = 100;
 const qint64 minute = 60000;
+/// In seconds.
+const qint64 hour = 3600;
 
-/// To the nearest second, as the engine's own message counts.
-QString getClock(qint64 milliseconds)
+QString getTwoDigits(qint64 number)
 {
-    return QTime(0, 0)
-        .addSecs(static_cast<int>((milliseconds + 500) / 1000))
-        .toString(QStringLiteral("m:ss"));
+    return QStringLiteral("%1").arg(number, 2, 10, QLatin1Char('0'));
 }
 
 /// The command without the directory of the file that it names.
@@ -117,7 +115,21 @@ QString ActivityIndicator::getDuration(qint64 milliseconds)
         return QLocale().toString(static_cast<double>(milliseconds) / 1000.0, 'f', 1) +
                QStringLiteral(" s");
     }
-    return QTime(0, 0).addMSecs(static_cast<int>(milliseconds)).toString(QStringLiteral("h:mm:ss"));
+    const qint64 seconds = milliseconds / 1000;
+    return QStringLiteral("%1:%2:%3")
+        .arg(QString::number(seconds / hour), getTwoDigits(seconds % hour / 60),
+             getTwoDigits(seconds % 60));
+}
+
+QString ActivityIndicator::getClock(qint64 milliseconds)
+{
+    // To the nearest second, as the engine's own message counts.
+    const qint64 seconds = (milliseconds + 500) / 1000;
+    if (seconds < hour) {
+        return QStringLiteral("%1:%2").arg(QString::number(seconds / 60),
+                                           getTwoDigits(seconds % 60));
+    }
+    return getDuration(seconds * 1000);
 }
 
 bool ActivityIndicator::isWorthNotice(Type type, qint64 milliseconds)

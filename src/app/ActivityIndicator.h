@@ -50,6 +50,9 @@ public:
 
     /// How long something took, in words that stand behind "after".
     static QString getDuration(qint64 milliseconds);
+    /// How long something has been running, as a clock: minutes and seconds, and hours once there
+    /// is one.
+    static QString getClock(qint64 milliseconds);
     /// Whether who waited so long for a command may have turned to something else, and is to be
     /// told by the desktop.
     static bool isWorthNotice(Board::CommandHandler::CommandType type, qint64 milliseconds);

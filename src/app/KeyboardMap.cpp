@@ -84,7 +84,11 @@ void KeyboardMap::addFixedKeys()
     addRow(tr("Space"), tr("Press the button that has the focus"));
     addRow(tr("F10, Alt+letter"), tr("Open the menus"));
     addRow(tr("Ctrl+wheel"), tr("Text size of the console, over the console"));
+    addRow(tr("Ctrl+C, Ctrl+A"), tr("Copy, select all, in the console"));
+    addRow(tr("Esc"), tr("Close the find bar, in the find bar"));
     addRow(tr("Ctrl+L"), tr("Path field of the file browser, in the browser"));
+    addRow(tr("Return"), tr("Enter the directory, in the browser"));
+    addRow(tr("Backspace, Alt+Up"), tr("To the parent directory, in the browser"));
     if (Orvex::isDebug()) {
         addRow(tr("Up, Down"), tr("Earlier and later commands, in the command field"));
         addRow(tr("Return"), tr("Send the command, in the command field"));

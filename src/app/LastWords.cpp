@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <deque>
 #include <spawn.h>
+#include <sys/mman.h>
 #include <unistd.h>
 
 namespace Kestoboard
@@ -47,7 +48,9 @@ void write(const std::string& text, std::FILE* file)
 /// Starts a process that shows the text and outlives this one.
 void show(const std::string& text)
 {
-    std::FILE* const file = std::tmpfile();
+    // In memory: the disk may be full.
+    const int memory = memfd_create("last words", 0);
+    std::FILE* const file = memory < 0 ? nullptr : fdopen(memory, "w+");
     if (file == nullptr) {
         return;
     }

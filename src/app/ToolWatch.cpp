@@ -5,8 +5,6 @@
 #include <Board/KSBaseHandler.h>
 #include <Board/MainWindow.h>
 
-#include <QProcess>
-
 namespace Kestoboard
 {
 
@@ -39,9 +37,13 @@ QString ToolWatch::getVerdict() const
     if (process->error() == QProcess::FailedToStart) {
         return tr("The board tool could not be started: %1.").arg(process->errorString());
     }
-    return process->exitStatus() == QProcess::CrashExit
-               ? tr("The board tool was ended by the signal %1.").arg(process->exitCode())
-               : tr("The board tool ended with the status %1.").arg(process->exitCode());
+    return getEnd(process->exitStatus(), process->exitCode());
+}
+
+QString ToolWatch::getEnd(QProcess::ExitStatus kind, int code)
+{
+    return kind == QProcess::CrashExit ? tr("The board tool was ended by the signal %1.").arg(code)
+                                       : tr("The board tool ended with the status %1.").arg(code);
 }
 
 void ToolWatch::tell()

@@ -3,8 +3,7 @@
 
 #include <QObject>
 #include <QPointer>
-
-class QProcess;
+#include <QProcess>
 
 namespace Kestoboard
 {
@@ -23,6 +22,9 @@ public:
 
     /// How the tool ended, as a sentence; empty before its end.
     QString getVerdict() const;
+
+    /// How a tool ended that had started, as a sentence; `code` is its status or the signal.
+    static QString getEnd(QProcess::ExitStatus kind, int code);
 
 signals:
     /// Emitted once; the program ends right after.

@@ -10,6 +10,7 @@
 #include "app/Shutdown.h"
 #include "app/StartFailure.h"
 #include "app/StartupWait.h"
+#include "app/ToolWatch.h"
 #include "app/WorkingDirectory.h"
 
 #include <Board/BrowseFolio.h>
@@ -223,7 +224,9 @@ void TourStates::showDialogs()
 
     AboutDialog about(window);
     KeyboardMap keyboardMap(window);
+    LastWords::setReason(ToolWatch::getEnd(QProcess::NormalExit, 1).toStdString());
     LastWordsDialog lastWords(Orvex::getReadable(LastWords::getText()));
+    LastWords::setReason({});
     StartupWait wait;
     const std::pair<QDialog*, const char*> dialogs[] = {
         {&about, "dialog-about"},

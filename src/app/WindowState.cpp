@@ -2,6 +2,7 @@
 
 #include <Board/MainWindow.h>
 #include <application/ConsoleWidget.h>
+#include <application/FixedFont.h>
 
 #include <QGuiApplication>
 #include <QScreen>
@@ -119,7 +120,12 @@ void WindowState::save() const
         settings.setValue(getSplitterKey(), splitter->saveState());
     }
     if (console != nullptr) {
-        settings.setValue(getFontKey(), console->getFontSize());
+        // The size of the system goes on to follow the system.
+        if (qFuzzyCompare(console->getFontSize(), Zandu::getFixedFont().pointSizeF())) {
+            settings.remove(getFontKey());
+        } else {
+            settings.setValue(getFontKey(), console->getFontSize());
+        }
         settings.setValue(getLimitKey(), console->getLineLimit());
         settings.setValue(getTimesKey(), console->areTimesShown());
         settings.setValue(getCopyTimesKey(), console->areTimesCopied());

@@ -78,6 +78,8 @@ private slots:
     void aListingThatFailsIsTold();
     void theDirectoryOfAFileIsLeftOut();
     void aQueueIsToldInItsOrder();
+    void theClockGoesOnAfterAnHour_data();
+    void theClockGoesOnAfterAnHour();
     void aDurationIsNeverNothing_data();
     void aDurationIsNeverNothing();
     void whatAPageReadsLeavesTheVerdict();
@@ -348,6 +350,24 @@ void TestActivityIndicator::aQueueIsToldInItsOrder()
                  qPrintable(indicator->getText()));
 }
 
+void TestActivityIndicator::theClockGoesOnAfterAnHour_data()
+{
+    QTest::addColumn<int>("milliseconds");
+    QTest::addColumn<QString>("words");
+    QTest::newRow("the beginning") << 0 << "0:00";
+    QTest::newRow("nearly a second") << 500 << "0:01";
+    QTest::newRow("minutes") << 3'599'000 << "59:59";
+    QTest::newRow("an hour") << 3'665'000 << "1:01:05";
+    QTest::newRow("a day") << 90'000'000 << "25:00:00";
+}
+
+void TestActivityIndicator::theClockGoesOnAfterAnHour()
+{
+    QFETCH(int, milliseconds);
+    QFETCH(QString, words);
+    QCOMPARE(ActivityIndicator::getClock(milliseconds), words);
+}
+
 void TestActivityIndicator::aDurationIsNeverNothing_data()
 {
     QTest::addColumn<int>("milliseconds");
@@ -358,6 +378,7 @@ void TestActivityIndicator::aDurationIsNeverNothing_data()
     QTest::newRow("seconds") << 12'340 << "12.3 s";
     QTest::newRow("minutes") << 83'000 << "0:01:23";
     QTest::newRow("hours") << 3'723'000 << "1:02:03";
+    QTest::newRow("days") << 90'061'000 << "25:01:01";
 }
 
 void TestActivityIndicator::aDurationIsNeverNothing()

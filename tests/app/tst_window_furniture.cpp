@@ -74,6 +74,7 @@ private slots:
     void nonsenseInTheSettingsGivesTheFirstLayout();
     void aWindowOffEveryScreenComesBackToOne();
     void theLayoutCanBeReset();
+    void aSizeThatNobodyChoseFollowsTheSystem();
     void theConsolesOptionsComeBack();
     void theFirstLayoutFitsTheScreen();
     void theFolderOfTheTranscriptIsShown();
@@ -353,6 +354,18 @@ void TestWindowFurniture::theLayoutCanBeReset()
     QCOMPARE(panel->getWindow()->size(), size);
     QCOMPARE(panel->getWindow()->pos(), place);
     QTRY_VERIFY(panel->find<QSplitter>()->sizes().last() > 0);
+}
+
+void TestWindowFurniture::aSizeThatNobodyChoseFollowsTheSystem()
+{
+    auto* const console = panel->find<Zandu::ConsoleWidget>();
+    const qreal systems = console->getFontSize();
+    console->setFontSize(14);
+    furniture->getState().save();
+    QVERIFY(QSettings().contains("Window/consoleFontSize"));
+    console->setFontSize(systems);
+    furniture->getState().save();
+    QVERIFY(!QSettings().contains("Window/consoleFontSize"));
 }
 
 void TestWindowFurniture::theConsolesOptionsComeBack()
