@@ -105,7 +105,7 @@ void Console::report(Level level, std::string text)
     Message message{level, 0, std::move(text), QDateTime::currentDateTime()};
     QMetaObject::invokeMethod(this, HandedWork([this, message = std::move(message)]() mutable {
                                   message.depth = depth;
-                                  add(std::move(message));
+                                  add(message);
                               }),
                               Qt::QueuedConnection);
 }
@@ -121,7 +121,7 @@ QDateTime Console::getTime()
     return latestTime;
 }
 
-void Console::add(Message message)
+void Console::add(const Message& message)
 {
     if (recentMessages.size() < recentLimit) {
         recentMessages.push_back(message);

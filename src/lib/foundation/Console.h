@@ -62,7 +62,7 @@ signals:
 private:
     void report(Level level, std::string text);
     QDateTime getTime();
-    void add(Message message);
+    void add(const Message& message);
 
     int depth = 0;
     qint64 latestMoment = -1; // of latestTime, in milliseconds since 1970
