@@ -39,6 +39,8 @@ Footprint Footprint::measure(const QVector<const QObject*>& roots)
     footprint.threads = countEntries(QStringLiteral("/proc/self/task"));
     ::malloc_trim(0);
     footprint.residentKiB = Test::getResidentKiB(::getpid());
+    const struct mallinfo2 memory = ::mallinfo2();
+    footprint.allocatedKiB = qint64(memory.uordblks + memory.hblkhd) / 1024;
     return footprint;
 }
 
@@ -50,8 +52,10 @@ bool Footprint::hasSameCounts(const Footprint& other) const
 
 QString Footprint::toText() const
 {
-    return QStringLiteral("%1 KiB resident, %2 descriptors, %3 threads, %4 timers, %5 objects")
+    return QStringLiteral("%1 KiB resident, %2 KiB allocated, %3 descriptors, %4 threads, "
+                          "%5 timers, %6 objects")
         .arg(residentKiB)
+        .arg(allocatedKiB)
         .arg(descriptors)
         .arg(threads)
         .arg(timers)

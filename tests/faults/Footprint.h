@@ -10,7 +10,8 @@ namespace Test
 
 /// What this process holds at a moment.
 struct Footprint {
-    qint64 residentKiB = 0; ///< memory, after what is free has been given back
+    qint64 residentKiB = 0;  ///< memory, after what is free has been given back
+    qint64 allocatedKiB = 0; ///< of it on the heap and in use
     int descriptors = 0;
     int threads = 0;
     int timers = 0;  ///< below the roots and all windows

@@ -10,6 +10,7 @@
 #include <QRegularExpression>
 #include <QStatusBar>
 
+#include <atomic>
 #include <cstdint>
 #include <ctime>
 #include <memory>
@@ -27,8 +28,8 @@ namespace
 const std::int64_t hour = 60 * 60;
 const std::int64_t year = 365 * 24 * hour;
 
-/// How far the time of day has been moved, in seconds.
-std::int64_t shift = 0;
+/// How far the time of day has been moved, in seconds. Any thread may ask for the time.
+std::atomic<std::int64_t> shift{0};
 
 void moveClock(std::int64_t seconds)
 {
@@ -45,7 +46,7 @@ __attribute__((visibility("default"))) int clock_gettime(clockid_t clock, timesp
 {
     const auto status = static_cast<int>(syscall(SYS_clock_gettime, clock, time));
     if (status == 0 && (clock == CLOCK_REALTIME || clock == CLOCK_REALTIME_COARSE)) {
-        time->tv_sec += shift;
+        time->tv_sec += shift.load();
     }
     return status;
 }
