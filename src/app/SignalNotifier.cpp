@@ -2,6 +2,8 @@
 
 #include <QSocketNotifier>
 
+#include <atomic>
+#include <cerrno>
 #include <csignal>
 #include <fcntl.h>
 #include <unistd.h>
@@ -14,18 +16,23 @@ namespace
 
 const int endSignals[] = {SIGINT, SIGTERM, SIGHUP};
 
-volatile std::sig_atomic_t isReceived = 0;
-volatile std::sig_atomic_t writeEnd = -1;
+// Two signals may be handled on two threads at once.
+std::atomic<bool> isReceived{false};
+std::atomic<int> writeEnd{-1};
+static_assert(std::atomic<bool>::is_always_lock_free && std::atomic<int>::is_always_lock_free,
+              "a signal handler must not wait for a lock");
 
 /// A signal handler may do next to nothing: it leaves a byte in a pipe, and the event loop does
 /// the rest.
 void onSignal(int /*number*/)
 {
-    isReceived = 1;
+    const int errorOfInterruptedCode = errno;
+    isReceived = true;
     const char byte = 0;
     // A full pipe holds enough bytes to be noticed.
     const ssize_t written = write(writeEnd, &byte, 1);
     static_cast<void>(written);
+    errno = errorOfInterruptedCode;
 }
 
 void setHandler(void (*handler)(int))
@@ -77,7 +84,7 @@ SignalNotifier::~SignalNotifier()
 
 bool SignalNotifier::hasReceived()
 {
-    return isReceived != 0;
+    return isReceived;
 }
 
 void SignalNotifier::read()

@@ -22,6 +22,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <iterator>
+#include <thread>
 
 namespace
 {
@@ -81,6 +82,8 @@ std::ptrdiff_t getThreadCount()
 /// Tells which threads are still there when the exit destroys what is older than this call.
 void watchExit()
 {
+    // A sanitizer has a thread of its own, which it starts with the first of the program.
+    std::thread([] {}).join();
     threadsAtStart = getThreadCount();
     std::atexit([] {
         std::puts(isWorkerAtWork ? "the worker is at work" : "the worker is at rest");
