@@ -178,6 +178,7 @@ void Menus::buildConsoleMenu()
     for (QAction* const action : console->actions()) {
         if (action->shortcut() == findKeys) {
             action->setShortcutContext(Qt::WindowShortcut);
+            action->setText(tr("&Find"));
             menu->addAction(action);
         }
     }

@@ -127,6 +127,22 @@ bool isBesideAReachedOne(const QWidget& widget, const QSet<QWidget*>& reached)
     return false;
 }
 
+/// The letter that chooses an entry in its menu, small; empty for none.
+QString getLetter(const QAction& action)
+{
+    const int mark = action.text().indexOf('&');
+    return mark < 0 ? QString() : action.text().mid(mark + 1, 1).toLower();
+}
+
+/// How a failing test names a widget.
+QString describe(int page, const QWidget& widget)
+{
+    return QString("page %1: %2 \"%3\" in %4")
+        .arg(page)
+        .arg(widget.metaObject()->className(), widget.accessibleName() + widget.objectName(),
+             widget.parentWidget()->metaObject()->className());
+}
+
 } // namespace
 
 class TestAccessibility : public QObject
@@ -243,22 +259,23 @@ void TestAccessibility::everyMenuEntryHasANameAndAKeyOfItsMenu()
 {
     makePanel();
     int entries = 0;
-    QList<QMenu*> menus = panel->getWindow()->menuBar()->findChildren<QMenu*>();
-    for (const QMenu* const menu : menus) {
+    const QMenuBar* const bar = panel->getWindow()->menuBar();
+    QList<const QWidget*> menus{bar};
+    for (const QMenu* const menu : bar->findChildren<QMenu*>()) {
+        menus += menu;
+    }
+    for (const QWidget* const menu : qAsConst(menus)) {
         QSet<QString> letters;
         for (const QAction* const action : menu->actions()) {
             if (action->isSeparator()) {
                 continue;
             }
             ++entries;
-            QVERIFY(!action->text().isEmpty());
-            const int mark = action->text().indexOf('&');
-            if (mark >= 0) {
-                // Two entries of one letter take two presses: the first would not act.
-                const QString letter = action->text().mid(mark + 1, 1).toLower();
-                QVERIFY2(!letters.contains(letter), qPrintable(action->text()));
-                letters.insert(letter);
-            }
+            const QString letter = getLetter(*action);
+            QVERIFY2(!letter.isEmpty(), qPrintable(action->text()));
+            // Two entries of one letter take two presses: the first would not act.
+            QVERIFY2(!letters.contains(letter), qPrintable(action->text()));
+            letters.insert(letter);
         }
     }
     QVERIFY(entries > 20);
@@ -308,11 +325,7 @@ void TestAccessibility::theTabulatorReachesEveryControl()
                 continue;
             }
             QVERIFY2(reached.contains(widget) || isBesideAReachedOne(*widget, reached),
-                     qPrintable(QString("page %1: %2 \"%3\" in %4")
-                                    .arg(page)
-                                    .arg(widget->metaObject()->className(),
-                                         widget->accessibleName() + widget->objectName(),
-                                         widget->parentWidget()->metaObject()->className())));
+                     qPrintable(describe(page, *widget)));
         }
     }
 }
@@ -337,12 +350,7 @@ void TestAccessibility::theFocusCanBeSeen()
             widget->setFocus(Qt::TabFocusReason);
             const QImage focused = widget->grab().toImage();
             widget->clearFocus();
-            QVERIFY2(widget->grab().toImage() != focused,
-                     qPrintable(QString("page %1: %2 \"%3\" in %4")
-                                    .arg(page)
-                                    .arg(widget->metaObject()->className(),
-                                         widget->accessibleName() + widget->objectName(),
-                                         widget->parentWidget()->metaObject()->className())));
+            QVERIFY2(widget->grab().toImage() != focused, qPrintable(describe(page, *widget)));
         }
     }
 }
