@@ -3,23 +3,15 @@
 //
 // Usage: panel_start MOMENT, the moment of its start as start_clock.py says it
 #include "Arguments.h"
-#include "Figures.h"
-#include "FirstPaint.h"
+#include "StartReport.h"
 
 #include "app/CommandLine.h"
 #include "app/LastWords.h"
 #include "app/PanelApplication.h"
 #include "app/PanelSession.h"
 
-#include <QTimer>
-
-#include <cstdlib>
-
 namespace
 {
-
-/// What the first turns of the event loop do belongs to the start.
-const int settlingMilliseconds = 500;
 
 /// As the program does before it has an application with windows.
 Kestoboard::Options readOptions(char** argv)
@@ -40,16 +32,6 @@ int main(int argc, char** argv)
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     const Kestoboard::PanelApplication application(argc, argv);
     const Kestoboard::LastWords lastWords;
-    const Bench::FirstPaint firstPaint([&arguments] {
-        const double time = Bench::FirstPaint::getMillisecondsSince(arguments.getNumber(0));
-        QTimer::singleShot(settlingMilliseconds, [time] {
-            Bench::Figures()
-                .add("ms", time)
-                .add("resident_kb", Bench::FirstPaint::getResidentKilobytes())
-                .print();
-            std::fflush(stdout);
-            std::_Exit(EXIT_SUCCESS);
-        });
-    });
+    const Bench::StartReport report(arguments.getNumber(0));
     return Kestoboard::PanelSession(options).run();
 }

@@ -2,22 +2,11 @@
 //
 // Usage: window_start MOMENT, the moment of its start as start_clock.py says it
 #include "Arguments.h"
-#include "Figures.h"
-#include "FirstPaint.h"
+#include "StartReport.h"
 
 #include <QApplication>
 #include <QLabel>
 #include <QMainWindow>
-#include <QTimer>
-
-#include <cstdlib>
-
-namespace
-{
-
-const int settlingMilliseconds = 500;
-
-} // namespace
 
 int main(int argc, char** argv)
 {
@@ -25,17 +14,7 @@ int main(int argc, char** argv)
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     const QApplication application(argc, argv);
-    const Bench::FirstPaint firstPaint([&arguments] {
-        const double time = Bench::FirstPaint::getMillisecondsSince(arguments.getNumber(0));
-        QTimer::singleShot(settlingMilliseconds, [time] {
-            Bench::Figures()
-                .add("ms", time)
-                .add("resident_kb", Bench::FirstPaint::getResidentKilobytes())
-                .print();
-            std::fflush(stdout);
-            std::_Exit(EXIT_SUCCESS);
-        });
-    });
+    const Bench::StartReport report(arguments.getNumber(0));
     QMainWindow window;
     window.setMinimumSize(800, 600);
     window.setCentralWidget(new QLabel(QStringLiteral("A window"), &window));
