@@ -22,6 +22,37 @@ CommandLine read(QStringList arguments)
     return CommandLine(arguments);
 }
 
+/// The options that the lines begin with, sorted; what is no option at the head of a line is left.
+QStringList findOptions(const QStringList& lines)
+{
+    const QRegularExpression heads("^ *(--?[a-z]+(, --?[a-z]+)*)");
+    QStringList options;
+    for (const QString& line : lines) {
+        options += heads.match(line).captured(1).split(", ", Qt::SkipEmptyParts);
+    }
+    options.sort();
+    return options;
+}
+
+/// The heads of the entries of the page's options, as a reader sees them.
+QStringList readManPageHeads()
+{
+    QFile page(KESTOBOARD_MAN_PAGE);
+    if (!page.open(QIODevice::ReadOnly)) {
+        return {};
+    }
+    const QString options =
+        QString(page.readAll()).section(".SH OPTIONS\n", 1).section(".SH ", 0, 0);
+    QStringList heads;
+    for (const QString& entry : options.split(".TP\n", Qt::SkipEmptyParts)) {
+        heads += entry.section('\n', 0, 0)
+                     .remove(QRegularExpression("^\\.[BRI]+ "))
+                     .replace(" \", \" ", ", ")
+                     .replace("\\-", "-");
+    }
+    return heads;
+}
+
 } // namespace
 
 class TestCommandLine : public QObject
@@ -40,6 +71,7 @@ private slots:
     void theArgumentAfterSimulateCanBeTheBitstream();
     void pathsStartAtTheCurrentDirectory();
     void helpWinsOverEverythingElse();
+    void theManPageHasTheOptionsOfTheHelp();
     void aRefusalSaysWhy_data();
     void aRefusalSaysWhy();
 
@@ -157,6 +189,13 @@ void TestCommandLine::helpWinsOverEverythingElse()
 {
     QCOMPARE(read({"--nonsense", "--help"}).getAction(), CommandLine::Action::ShowHelp);
     QCOMPARE(read({"--version", "--help"}).getAction(), CommandLine::Action::ShowHelp);
+}
+
+void TestCommandLine::theManPageHasTheOptionsOfTheHelp()
+{
+    const QStringList inHelp = findOptions(read({"--help"}).getText().split('\n'));
+    QVERIFY(inHelp.contains("--simulate") && inHelp.contains("-h"));
+    QCOMPARE(findOptions(readManPageHeads()), inHelp);
 }
 
 void TestCommandLine::aRefusalSaysWhy_data()
