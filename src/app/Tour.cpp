@@ -65,6 +65,18 @@ void writeFile(const QString& path, const QByteArray& content)
     }
 }
 
+/// Debug mode has a button for command files where there is one.
+void provideCommandFile()
+{
+    const QDir here;
+    if (here.entryList({QStringLiteral("*.cmd")}).isEmpty()) {
+        writeFile(here.filePath(QStringLiteral("example.cmd")),
+                  "# Reads what the selected board tells of itself.\n"
+                  "board get mode\n"
+                  "board get force_bit\n");
+    }
+}
+
 QByteArray makeBitstream()
 {
     QByteArray bytes(bitstreamSize, '\0');
@@ -75,14 +87,34 @@ QByteArray makeBitstream()
     return bytes;
 }
 
-/// Ends the window and its engine in this order, as the panel does.
-struct EndWindow {
-    void operator()(Board::MainWindow* window) const
+/// A window of the tour with all that the application adds to it, shown. It is ended as the panel
+/// ends its own, and its engine after it.
+class ShownWindow
+{
+public:
+    ShownWindow(SchemeChoice* schemes, Shutdown* shutdown)
+        : window(new Board::MainWindow)
+        , furniture(window.get(), schemes, shutdown)
     {
-        Board::KSBaseHandler* const engine = window->getKSBaseHandler();
-        delete window;
-        engine->destroy();
+        window->resize(windowSize);
+        window->show();
+        window->activateWindow();
     }
+
+    Board::MainWindow* get() const { return window.get(); }
+
+private:
+    struct End {
+        void operator()(Board::MainWindow* ended) const
+        {
+            Board::KSBaseHandler* const engine = ended->getKSBaseHandler();
+            delete ended;
+            engine->destroy();
+        }
+    };
+
+    const std::unique_ptr<Board::MainWindow, End> window;
+    const WindowFurniture furniture;
 };
 
 } // namespace
@@ -133,6 +165,7 @@ void Tour::prepare()
     writeFile(settings.filePath(QStringLiteral("no-board.toml")), "# A bench without boards.\n");
     bitstream = QDir::current().absoluteFilePath(QStringLiteral("blinker.ksb"));
     writeFile(bitstream, makeBitstream());
+    provideCommandFile();
 }
 
 void Tour::visit(const TourVariant& variant)
@@ -140,14 +173,10 @@ void Tour::visit(const TourVariant& variant)
     tell(tr("Visiting the panel %1").arg(variant.getDescription()));
     chooseScenario(variant);
     begin(variant);
-    const std::unique_ptr<Board::MainWindow, EndWindow> window(new Board::MainWindow);
-    const WindowFurniture furniture(window.get(), &schemes, &shutdown);
-    window->resize(windowSize);
-    window->show();
-    window->activateWindow();
-    showChosenBitstream(*window, bitstream);
+    const ShownWindow window(&schemes, &shutdown);
+    showChosenBitstream(*window.get(), bitstream);
     waitFor(tr("the choice of the bitstream"),
-            [&] { return getChosenBitstream(*window) == bitstream; });
+            [&] { return getChosenBitstream(*window.get()) == bitstream; });
     if (variant.hasBoards) {
         loadBitstream(window.get());
     }
@@ -163,11 +192,7 @@ void Tour::visitStates(const TourVariant& variant)
     SimulatedTool::enable(scenario);
     QSettings().clear();
     begin(variant);
-    const std::unique_ptr<Board::MainWindow, EndWindow> window(new Board::MainWindow);
-    const WindowFurniture furniture(window.get(), &schemes, &shutdown);
-    window->resize(windowSize);
-    window->show();
-    window->activateWindow();
+    const ShownWindow window(&schemes, &shutdown);
     TourStates states(
         window.get(), settings.path(),
         [this](const QString& what, const std::function<bool()>& isThere) {

@@ -390,6 +390,8 @@ void TestProgram::aTourLoadsABitstreamAndSavesEveryPage()
         QCOMPARE(dark.size(), light.size());
         QVERIFY2(dark != light, state);
     }
+    // Debug mode shows its button for command files.
+    QVERIFY(QFile::exists("pictures/example.cmd"));
     QCOMPARE(program->getSetting("recentLoadList").toStringList(), QStringList("/kept.ksb"));
     QCOMPARE(QDir().entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
              QStringList("pictures"));
