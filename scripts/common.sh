@@ -80,8 +80,8 @@ require_tools() {
         command -v "$tool" >/dev/null ||
             give_up "'$tool' is missing and packages are installed on Debian 12 only, so install what $package_list names and start this again."
     done
-    pkg-config --exists 'Qt5Widgets >= 5.15' Qt5Svg Qt5Test tomlplusplus ||
-        give_up "Qt 5.15 (Widgets, Svg, Test) or toml++ is missing, so install what $package_list names and start this again."
+    pkg-config --exists 'Qt5Widgets >= 5.15' Qt5DBus Qt5Svg Qt5Test tomlplusplus ||
+        give_up "Qt 5.15 (Widgets, DBus, Svg, Test) or toml++ is missing, so install what $package_list names and start this again."
 }
 
 # Configures the preset and builds it in build/<preset>: all of it, or what the options name.

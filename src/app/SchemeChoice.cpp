@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QEvent>
 #include <QMetaEnum>
+#include <QScopedValueRollback>
 #include <QSettings>
 #include <QWidget>
 
@@ -26,8 +27,9 @@ QMetaEnum getNames()
 
 SchemeChoice::SchemeChoice(QObject* parent)
     : QObject(parent)
-    , systemScheme(Orvex::Theme::getSystemScheme())
 {
+    connect(&desktop, &DesktopScheme::changed, this, &SchemeChoice::follow);
+    connect(qApp, &QGuiApplication::paletteChanged, this, &SchemeChoice::onPaletteChanged);
 }
 
 SchemeChoice::Choice SchemeChoice::getChoice() const
@@ -48,15 +50,50 @@ void SchemeChoice::choose(Choice choice)
 void SchemeChoice::apply()
 {
     qApp->removeEventFilter(this);
-    chooseScheme();
-    Orvex::theme->apply();
+    look = Look::All;
+    show();
 }
 
 void SchemeChoice::prepare()
 {
+    look = Look::Colors;
+    show();
+    qApp->installEventFilter(this);
+}
+
+void SchemeChoice::show()
+{
+    const QScopedValueRollback<bool> showing(isShowing, true);
     chooseScheme();
     Orvex::theme->applyColors();
-    qApp->installEventFilter(this);
+    if (look == Look::All) {
+        Orvex::theme->applyStyleSheet();
+    }
+}
+
+void SchemeChoice::follow()
+{
+    if (look != Look::None && getChoice() == Choice::System) {
+        show();
+    }
+}
+
+/// Some desktops have a part in the toolkit that gives the program their new palette, over that of
+/// the panel, whose style sheet would then stand on foreign colours.
+void SchemeChoice::onPaletteChanged()
+{
+    if (isShowing || look == Look::None) {
+        return;
+    }
+    const Orvex::Theme::Scheme told = Orvex::Theme::getSystemScheme();
+    // Not within the change, of which the widgets are still being told.
+    QMetaObject::invokeMethod(
+        this,
+        [this, told] {
+            desktop.setPaletteScheme(told);
+            show();
+        },
+        Qt::QueuedConnection);
 }
 
 /// A window is polished just before it is shown, and before what is in it. The list of a combo box
@@ -67,6 +104,8 @@ bool SchemeChoice::eventFilter(QObject* watched, QEvent* event)
     if (event->type() == QEvent::Polish && widget != nullptr && widget->isWindow() &&
         widget->windowType() != Qt::Popup) {
         qApp->removeEventFilter(this);
+        look = Look::All;
+        const QScopedValueRollback<bool> showing(isShowing, true);
         Orvex::theme->applyStyleSheet();
     }
     return false;
@@ -76,7 +115,7 @@ void SchemeChoice::chooseScheme() const
 {
     switch (getChoice()) {
     case Choice::System:
-        Orvex::theme->setScheme(systemScheme);
+        Orvex::theme->setScheme(desktop.get());
         break;
     case Choice::Light:
         Orvex::theme->setScheme(Orvex::Theme::Scheme::Light);

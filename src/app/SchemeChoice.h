@@ -1,7 +1,7 @@
 #ifndef APP_SCHEMECHOICE_H
 #define APP_SCHEMECHOICE_H
 
-#include <foundation/Theme.h>
+#include "app/DesktopScheme.h"
 
 #include <QObject>
 
@@ -9,7 +9,7 @@ namespace Kestoboard
 {
 
 /// Whether the panel is light or dark, as the person or else the desktop wants it. The choice is
-/// stored at once.
+/// stored at once. Where it is the desktop's, the panel follows it as it changes.
 class SchemeChoice : public QObject
 {
     Q_OBJECT
@@ -34,9 +34,17 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void chooseScheme() const;
+    /// How much of its look the panel has.
+    enum class Look { None, Colors, All };
 
-    const Orvex::Theme::Scheme systemScheme;
+    void chooseScheme() const;
+    void follow();
+    void onPaletteChanged();
+    void show();
+
+    DesktopScheme desktop;
+    Look look = Look::None;
+    bool isShowing = false;
 };
 
 } // namespace Kestoboard

@@ -75,7 +75,8 @@ int showLastWords(int& argc, char** argv)
     if (!input.open(stdin, QIODevice::ReadOnly)) {
         return EXIT_FAILURE;
     }
-    Kestoboard::SchemeChoice().apply();
+    Kestoboard::SchemeChoice schemes;
+    schemes.apply();
     Kestoboard::LastWordsDialog dialog(Orvex::getReadable(input.readAll().toStdString()));
     const QStringList arguments = QCoreApplication::arguments().mid(2);
     QObject::connect(&dialog, &Kestoboard::LastWordsDialog::startAgainRequested, [&arguments] {

@@ -2,7 +2,7 @@
 
 #include "Program.h"
 #include "support/Bench.h"
-#include "support/Screen.h"
+#include "support/Server.h"
 #include "support/TestMain.h"
 
 #include <QClipboard>
@@ -225,14 +225,16 @@ void TestLastWindow::closedItStartsNothing()
 
 int main(int argc, char** argv)
 {
-    const Test::Screen screen;
-    if (screen.getName().isEmpty()) {
+    // It looks for a free number itself.
+    const Test::Server display({"Xvfb", "-displayfd", "1", "-screen", "0", "1280x1024x24",
+                                "-nolisten", "tcp", "-noreset"});
+    if (display.getPlace().isEmpty()) {
         std::fputs("Xvfb cannot be started: install it.\n", stderr);
         return EXIT_FAILURE;
     }
     const QTemporaryDir runtimeDirectory;
     qputenv("XDG_RUNTIME_DIR", QFile::encodeName(runtimeDirectory.path()));
-    qputenv("DISPLAY", screen.getName());
+    qputenv("DISPLAY", ':' + display.getPlace());
     qputenv("QT_QPA_PLATFORM", "xcb");
     Test::TestApplication application(argc, argv);
     TestLastWindow test;

@@ -36,6 +36,8 @@ TestApplication::TestApplication(int& argc, char** argv)
     : QApplication(argc, argv)
     , theme(Orvex::Theme::Scheme::Light)
 {
+    // The desktop of whoever runs the tests has no say in them.
+    qunsetenv("DBUS_SESSION_BUS_ADDRESS");
     setOrganizationName(QStringLiteral("KestoboardTest"));
     setApplicationName(QStringLiteral("Test"));
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settingsDirectory.path());
