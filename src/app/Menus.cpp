@@ -22,6 +22,7 @@
 #include <QHeaderView>
 #include <QMenu>
 #include <QMenuBar>
+#include <QSplitter>
 #include <QTreeView>
 #include <QUrl>
 
@@ -32,6 +33,7 @@ namespace
 {
 
 const QSize chooserSize(760, 480);
+const int placesWidth = 140;
 
 QKeySequence getKeys(const QString& keys)
 {
@@ -209,6 +211,9 @@ void Menus::openBitstream()
         // Where the desktop has no dialog of its own, sizes and dates are seen whole.
         list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
         dialog->resize(chooserSize);
+        if (auto* const parts = dialog->findChild<QSplitter*>()) {
+            parts->setSizes({placesWidth, chooserSize.width() - placesWidth});
+        }
     }
     connect(dialog, &QFileDialog::fileSelected, targets.drops, &DropTarget::offer);
     dialog->open();

@@ -24,6 +24,7 @@
 #include <QAction>
 #include <QFile>
 #include <QFileDialog>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
@@ -32,6 +33,7 @@
 #include <QSettings>
 #include <QStatusBar>
 #include <QTimer>
+#include <QToolButton>
 
 #include <chrono>
 #include <memory>
@@ -56,6 +58,14 @@ void raiseBrowsePage(const Board::MainWindow& window, long (Board::BrowseFolio::
     folio->raiseLeaf(static_cast<unsigned long>(folio->getBitstreamIndex()));
     auto* const pages = window.findChild<Board::BrowseFolio*>();
     pages->raiseLeaf(static_cast<unsigned long>((pages->*index)()));
+}
+
+/// Leaves the console as it was before the search, at its end.
+void endSearch(const Zandu::ConsoleWidget& console)
+{
+    QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+    QCoreApplication::sendEvent(console.findChild<QLineEdit*>(), &escape);
+    console.findChild<QToolButton*>(QStringLiteral("consoleJumpButton"))->click();
 }
 
 /// The window with the menu open over it.
@@ -202,6 +212,8 @@ void TourStates::showSearch()
     QCoreApplication::processEvents();
     save(window->grab(), QStringLiteral("console-find"));
     console->setTimesShown(false);
+    endSearch(*console);
+    QCoreApplication::processEvents();
 }
 
 void TourStates::showMenus()

@@ -5,8 +5,10 @@
 #include <QDir>
 #include <QFile>
 #include <QImage>
+#include <QLabel>
 #include <QListWidget>
 #include <QMap>
+#include <QMessageBox>
 #include <QPainter>
 #include <QRegularExpression>
 #include <QSignalSpy>
@@ -129,6 +131,8 @@ private slots:
     void everyDrawingShowsAtEverySizeInBothSchemes_data();
     void everyDrawingShowsAtEverySizeInBothSchemes();
     void iconsAreDrawnAnewForEveryScale();
+    void straightStrokesAreSharpAtTheSmallestSize_data();
+    void straightStrokesAreSharpAtTheSmallestSize();
     void iconsStandOutFromTheirGround_data();
     void iconsStandOutFromTheirGround();
     void aDisabledIconIsPaler();
@@ -150,6 +154,7 @@ private slots:
     void theSchemeOfTheSystemIsReadFromItsPalette();
     void applyStylesTheApplication();
     void coloursAndStyleSheetComeOneByOne();
+    void aBoxOfMessagesDoesNotBreakAPath();
     void anEnrichedListTellsItsDelegateOfThePointer();
     void anEnrichedComboBoxStaysAnOrdinaryOne();
     void anEnrichedTreeStaysAnOrdinaryOneAndFollowsThePointer();
@@ -214,6 +219,29 @@ void ThemeTest::iconsAreDrawnAnewForEveryScale()
     }
     const QImage large = getImage(icon, 64);
     QVERIFY(large != getImage(icon, 32).scaled(64, 64));
+}
+
+void ThemeTest::straightStrokesAreSharpAtTheSmallestSize_data()
+{
+    QTest::addColumn<QString>("name");
+    for (const char* name : {"open", "save", "end", "quit", "parent", "directory"}) {
+        QTest::newRow(name) << QString::fromLatin1(name);
+    }
+}
+
+void ThemeTest::straightStrokesAreSharpAtTheSmallestSize()
+{
+    QFETCH(QString, name);
+    const Theme theme(Scheme::Light);
+    const QImage image = getImage(theme.getIcon(name.toStdString()), 16);
+    int full = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            full += QColor::fromRgba(image.pixel(x, y)) == theme.getColor("accent") ? 1 : 0;
+        }
+    }
+    // Between two pixels the stroke would be half as dark and twice as wide.
+    QVERIFY2(full >= 4, qPrintable(QString::number(full)));
 }
 
 void ThemeTest::iconsStandOutFromTheirGround_data()
@@ -500,6 +528,19 @@ void ThemeTest::coloursAndStyleSheetComeOneByOne()
     QVERIFY(qApp->styleSheet().isEmpty());
     theme.applyStyleSheet();
     QCOMPARE(qApp->styleSheet(), theme.getStyleSheet());
+    qApp->setStyleSheet(QString());
+}
+
+void ThemeTest::aBoxOfMessagesDoesNotBreakAPath()
+{
+    const Theme theme(Scheme::Light);
+    theme.apply();
+    QMessageBox box;
+    box.setText(QStringLiteral("Another one works in /var/tmp/kestoboard/bench."));
+    box.show();
+    const auto* const label = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+    QVERIFY(label != nullptr);
+    QVERIFY(label->height() < 2 * label->fontMetrics().lineSpacing());
     qApp->setStyleSheet(QString());
 }
 
