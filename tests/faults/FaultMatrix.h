@@ -47,17 +47,26 @@ enum class Outcome {
     Ends,      ///< the last words stand on the console, and the process ends with status 1
     EndsNext,  ///< as usual; what is asked next ends the process like that
     Left,      ///< the tool comes to its own end and the engine goes without a word
-    Killed     ///< the tool is killed after a second and the engine goes without a word
+    Killed     ///< the tool is killed after three seconds and the engine goes without a word
 };
 
 struct FaultForm {
     Fault fault;
     QString title;
     QString meaning;
-    /// The trouble of a scenario that is this fault; empty when the simulated tool cannot show it.
+    /// The trouble of a scenario that is this fault, with a place for a size where it has one;
+    /// empty when the simulated tool cannot show it.
     QString trouble;
     /// The outcomes in the order of the states, a letter each.
     QString outcomes;
+};
+
+/// A fault in a state that can meet it.
+struct Cell {
+    Fault fault;
+    State state;
+    Outcome outcome;
+    QString title;
 };
 
 /// Which outcome each fault has in each state.
@@ -67,6 +76,12 @@ namespace FaultMatrix
 const QVector<FaultForm>& getFaults();
 const FaultForm& getForm(Fault fault);
 Outcome getOutcome(Fault fault, State state);
+/// The trouble of a scenario that is the fault, as large as the state takes it.
+QString getTrouble(Fault fault, State state);
+/// The size of a very large answer, in bytes.
+int getLargeSize(State state);
+/// The cells, fault by fault, but for those that cannot be.
+QVector<Cell> getCells();
 /// The matrix as a page of the documents.
 QString getPage();
 

@@ -20,6 +20,16 @@ QByteArray getStay()
     return "while kill -0 $PPID 2>/dev/null; do sleep 0.02; done\n";
 }
 
+QByteArray getPause()
+{
+    return "while [ ! -e go ] && kill -0 $PPID 2>/dev/null; do sleep 0.02; done\n";
+}
+
+QByteArray getLateSearch()
+{
+    return head + QByteArray(": > asked\n") + getPause() + "command -v ksbase2_cli\n";
+}
+
 QByteArray getTool(const QByteArray& lastAct)
 {
     return head + QByteArray(answers) + lastAct;

@@ -1,16 +1,21 @@
 #include "Situation.h"
 
+#include "Course.h"
+#include "Stage.h"
 #include "support/Bench.h"
 #include "support/Panel.h"
-#include "support/TestApplication.h"
 #include "support/When.h"
 
 #include <Board/KSBaseHandler.h>
+#include <foundation/Console.h>
 #include <foundation/Encoding.h>
 #include <foundation/Exception.h>
 
 #include <QFile>
+#include <QLineEdit>
 #include <QPointer>
+#include <QPushButton>
+#include <QToolButton>
 
 namespace Test
 {
@@ -22,30 +27,12 @@ using Board::KSBaseHandler;
 
 /// In the working directory; there as soon as three waits stand on each other.
 const QLatin1String nestedFile("nested");
+/// In the working directory, the only one of its kind.
+const QLatin1String commandFile("steps.cmd");
 
-/// A reply in short: its first line, as far as it can be read. What stands between is the tool's.
-QString getHead(const std::string& reply)
+QString summarize(const std::string& reply)
 {
-    const QString line = QString::fromStdString(reply).section(QLatin1Char('\n'), 0, 0);
-    for (const QChar character : line) {
-        if (!character.isPrint() || character == QChar::ReplacementCharacter) {
-            return QStringLiteral("noise");
-        }
-    }
-    return line;
-}
-
-QString getMark(const std::string& reply)
-{
-    const bool isWhole = reply.find("COMMAND SUCCEEDED") != std::string::npos;
-    return isWhole                                             ? QStringLiteral(" ... SUCCEEDED")
-           : reply.find("COMMAND FAILED") != std::string::npos ? QStringLiteral(" ... FAILED")
-                                                               : QString();
-}
-
-QString getSummary(const std::string& reply)
-{
-    return getHead(reply) + getMark(reply);
+    return getSummary(QString::fromStdString(reply));
 }
 
 bool isAnyQueued(const KSBaseHandler& engine, std::size_t count)
@@ -73,13 +60,41 @@ QStringList nest(KSBaseHandler* engine)
             when(
                 &context, [living] { return living && isAnyQueued(*living, 2); },
                 [engine, &results] {
-                    results += QStringLiteral("read: ") + getSummary(engine->getMonitor(0));
+                    results += QStringLiteral("read: ") + summarize(engine->getMonitor(0));
                 });
             engine->refreshTamsaMap();
             results += QStringLiteral("listed");
         });
     engine->setForceBit(false);
     return results;
+}
+
+template <class Button>
+void press(const QWidget& window, const QString& name)
+{
+    for (Button* const button : window.findChildren<Button*>()) {
+        if (button->text() == name) {
+            button->click();
+            return;
+        }
+    }
+    qFatal("there is no button %s", qPrintable(name));
+}
+
+/// Uses what the window of the engine has for the state.
+void useWindow(const KSBaseHandler& engine, State state)
+{
+    Board::MainWindow* const window = findWindow(&engine);
+    if (state == State::Help) {
+        press<QPushButton>(*window, QStringLiteral("Help"));
+    } else if (state == State::CommandFile) {
+        QMetaObject::invokeMethod(window, "refreshFileButton");
+        press<QToolButton>(*window, commandFile);
+    } else {
+        window->findChild<QLineEdit*>(QStringLiteral("filenameLineEdit"))
+            ->setText(QStringLiteral("trace.vcd"));
+        press<QPushButton>(*window, QStringLiteral("Capture"));
+    }
 }
 
 } // namespace
@@ -115,6 +130,7 @@ QString Situation::getScenario(const QString& trouble, bool hasNewBoard, int ski
 void Situation::prepare(const QString& trouble) const
 {
     bench->writeFile(QStringLiteral("design.ksb"), QByteArray(4096, 'k'));
+    bench->writeFile(commandFile, "board get mode\nboard get force_bit\nboard set force_bit off\n");
     bench->setScenario(getScenario(state == State::FirstListing ? trouble : QString(), false, 0));
 }
 
@@ -145,6 +161,10 @@ QStringList Situation::perform(KSBaseHandler* engine) const
     try {
         return operate(engine);
     } catch (const Orvex::Exception& failure) {
+        if (state == State::Capture) {
+            // The page leaves its step behind when it is left so.
+            Orvex::console->unindent();
+        }
         // Without the place in the source that stands behind.
         return {QStringLiteral("thrown: ") +
                 Orvex::getReadable(failure.getMessage()).section(QStringLiteral(" ["), 0, 0)};
@@ -153,20 +173,24 @@ QStringList Situation::perform(KSBaseHandler* engine) const
 
 QStringList Situation::operate(KSBaseHandler* engine) const
 {
-    const DebugMode debugMode(true);
     const std::string file = "design.ksb";
     switch (state) {
     case State::Mode:
-        return {QStringLiteral("read: ") + getHead(engine->getMode())};
+        return {QStringLiteral("read: ") + getHead(QString::fromStdString(engine->getMode()))};
     case State::ForceBit:
         return {engine->getForceBit() ? QStringLiteral("read: set")
                                       : QStringLiteral("read: clear")};
     case State::Monitor:
-        return {QStringLiteral("read: ") + getSummary(engine->getMonitor(0))};
+        return {QStringLiteral("read: ") + summarize(engine->getMonitor(0))};
     case State::Raw:
-        return {QStringLiteral("read: ") + getSummary(engine->sendCommand("help"))};
+        return {QStringLiteral("read: ") + summarize(engine->sendCommand("help"))};
     case State::Nested:
         return nest(engine);
+    case State::Help:
+    case State::CommandFile:
+    case State::Capture:
+        useWindow(*engine, state);
+        break;
     case State::SetMode:
         engine->setMode("Jtag only");
         break;

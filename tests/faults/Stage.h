@@ -1,6 +1,8 @@
 #ifndef FAULTS_STAGE_H
 #define FAULTS_STAGE_H
 
+#include "support/TestApplication.h"
+
 #include <Board/KSBaseHandler.h>
 #include <Board/MainWindow.h>
 
@@ -11,8 +13,12 @@
 namespace Test
 {
 
-/// A window and its engine, each of which may end before the other. The poll of the boards stands
-/// still.
+/// The window of an engine, also one that is just being made; of any engine when that is null. Null
+/// when there is none.
+Board::MainWindow* findWindow(const Board::KSBaseHandler* engine = nullptr);
+
+/// A window and its engine in debug mode, each of which may end before the other. The poll of the
+/// boards stands still.
 class Stage
 {
 public:
@@ -27,6 +33,7 @@ public:
     void destroyEngine();
 
 private:
+    const DebugMode debugMode;
     std::unique_ptr<Board::MainWindow> window;
     QPointer<Board::KSBaseHandler> engine;
 };

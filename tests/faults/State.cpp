@@ -42,6 +42,9 @@ const QVector<StateForm>& getStates()
         {State::ErrorHandler, QStringLiteral("choosing the error handler"),
          QStringLiteral("chip bitstream err_handler")},
         {State::Raw, QStringLiteral("typed command"), QStringLiteral("help")},
+        {State::Help, QStringLiteral("Help button"), QStringLiteral("help")},
+        {State::CommandFile, QStringLiteral("command file"), QStringLiteral("board get force_bit")},
+        {State::Capture, QStringLiteral("scope capture"), QStringLiteral("ksscope capture")},
         {State::Nested, QStringLiteral("three waits on each other"),
          QStringLiteral("board set force_bit off")},
         {State::Closing, QStringLiteral("closing"), {}},
@@ -58,6 +61,11 @@ const StateForm& getForm(State state)
 bool isBringUp(State state)
 {
     return state >= State::BringUpSelect && state <= State::BringUpRestore;
+}
+
+bool isGuarded(State state)
+{
+    return state == State::Help || state == State::CommandFile;
 }
 
 QVector<State> getWaitingStates()

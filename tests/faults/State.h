@@ -34,8 +34,12 @@ enum class State {
     Load,
     ErrorHandler,
     Raw,
-    Nested, ///< three waits stand on each other
-    Closing ///< the engine is being destroyed
+    // Something in the window has been used, which has a command running.
+    Help,        ///< the Help button
+    CommandFile, ///< the second of three lines of a command file
+    Capture,     ///< the Capture button of the Scope page
+    Nested,      ///< three waits stand on each other
+    Closing      ///< the engine is being destroyed
 };
 
 struct StateForm {
@@ -49,6 +53,8 @@ const QVector<StateForm>& getStates();
 const StateForm& getForm(State state);
 /// A board is being brought up.
 bool isBringUp(State state);
+/// What is thrown in the state ends on the console, and not with the caller.
+bool isGuarded(State state);
 /// The states in which an operation of the engine waits for the tool, the window being there.
 QVector<State> getWaitingStates();
 

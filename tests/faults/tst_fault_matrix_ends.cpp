@@ -70,7 +70,8 @@ private slots:
 private:
     /// The cells of that outcome in which the simulated tool acts.
     static void addCells(Outcome outcome);
-    static void addCells(const QVector<State>& states);
+    /// The cells of that state in which the process ends.
+    static void addCells(State state);
     /// Runs the probe to its end, in a bench that is laid out for the state.
     void run(const QString& part);
     void runInState(State state, const QString& trouble);
@@ -87,13 +88,9 @@ void TestFaultMatrixEnds::addCells(Outcome outcome)
 {
     QTest::addColumn<Fault>("fault");
     QTest::addColumn<State>("state");
-    for (const Test::StateForm& state : Test::getStates()) {
-        for (const Test::FaultForm& fault : Test::FaultMatrix::getFaults()) {
-            if (!state.command.isEmpty() &&
-                Test::FaultMatrix::getOutcome(fault.fault, state.state) == outcome) {
-                QTest::newRow(qPrintable(fault.title + ": " + state.title))
-                    << fault.fault << state.state;
-            }
+    for (const Test::Cell& cell : Test::FaultMatrix::getCells()) {
+        if (!Test::getForm(cell.state).command.isEmpty() && cell.outcome == outcome) {
+            QTest::newRow(qPrintable(cell.title)) << cell.fault << cell.state;
         }
     }
 }
@@ -151,31 +148,29 @@ void TestFaultMatrixEnds::anInputThatClosesEndsTheProcessAtTheNextCommand()
     QFETCH(State, state);
     runInState(state, aside + Test::FaultMatrix::getForm(fault).trouble);
     verifyEnd();
-    const bool hasMore =
-        Test::isBringUp(state) || state == State::FirstListing || state == State::Nested;
+    const bool hasMore = Test::isBringUp(state) || state == State::FirstListing ||
+                         state == State::CommandFile || state == State::Nested;
     // The last step of a bring-up has nothing after it.
     QCOMPARE(said.contains("passed\n"), !hasMore || state == State::BringUpRestore);
 }
 
 void TestFaultMatrixEnds::anEndAtTheStartEndsTheProcess_data()
 {
-    addCells({State::Starting});
+    addCells(State::Starting);
 }
 
 void TestFaultMatrixEnds::anEndOfAnIdleToolEndsTheProcess_data()
 {
-    addCells({State::Idle});
+    addCells(State::Idle);
 }
 
-void TestFaultMatrixEnds::addCells(const QVector<State>& states)
+void TestFaultMatrixEnds::addCells(State state)
 {
     QTest::addColumn<Fault>("fault");
-    for (const State state : states) {
-        for (const Test::FaultForm& fault : Test::FaultMatrix::getFaults()) {
-            const Outcome outcome = Test::FaultMatrix::getOutcome(fault.fault, state);
-            if (outcome == Outcome::Ends || outcome == Outcome::EndsNext) {
-                QTest::newRow(qPrintable(fault.title)) << fault.fault;
-            }
+    for (const Test::Cell& cell : Test::FaultMatrix::getCells()) {
+        if (cell.state == state &&
+            (cell.outcome == Outcome::Ends || cell.outcome == Outcome::EndsNext)) {
+            QTest::newRow(qPrintable(Test::FaultMatrix::getForm(cell.fault).title)) << cell.fault;
         }
     }
 }

@@ -1,3 +1,5 @@
+#include "Course.h"
+#include "Scripts.h"
 #include "Situation.h"
 #include "Stage.h"
 #include "support/Bench.h"
@@ -9,8 +11,15 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QFile>
 #include <QPushButton>
+#include <QThread>
 
+#include <atomic>
+#include <thread>
+
+using Test::Course;
+using Test::Outcome;
 using Test::Situation;
 using Test::Stage;
 using Test::State;
@@ -20,33 +29,12 @@ Q_DECLARE_METATYPE(State)
 namespace
 {
 
-const char endedWait[] = "thrown: The wait for a reply has ended without one";
-
-/// What a state came to: the lines of the console, and what was read or thrown.
-struct Course {
-    QStringList lines;
-    QStringList results;
-};
-
-bool operator==(const Course& left, const Course& right)
-{
-    return left.lines == right.lines && left.results == right.results;
-}
+const char launched[] = "Kestoboard succesfully launched";
 
 /// Lines that tell how something came out.
 QStringList getVerdicts(const QStringList& lines)
 {
     return lines.filter(QRegularExpression("succes|failed|Disconnected"));
-}
-
-Board::MainWindow* findWindow()
-{
-    for (QWidget* const widget : QApplication::topLevelWidgets()) {
-        if (auto* const window = qobject_cast<Board::MainWindow*>(widget)) {
-            return window;
-        }
-    }
-    return nullptr;
 }
 
 } // namespace
@@ -65,7 +53,14 @@ private slots:
     void aWindowThatIsDeletedChangesNothing();
     void anEngineThatIsDestroyedEndsItsWaits_data() { addWaitingStates(); }
     void anEngineThatIsDestroyedEndsItsWaits();
-    void anEngineThatIsDestroyedInItsFirstListingEndsIt();
+    void aSearchServesNothing_data();
+    void aSearchServesNothing();
+    void aWindowThatClosesWhileItIsMadeIsMade_data() { addStatesOfTheStart(); }
+    void aWindowThatClosesWhileItIsMadeIsMade();
+    void anEngineThatIsDestroyedWhileTheWindowIsMadeEndsThat_data() { addStatesOfTheStart(); }
+    void anEngineThatIsDestroyedWhileTheWindowIsMadeEndsThat();
+    void anApplicationThatLeavesWhileTheWindowIsMadeEndsThat_data() { addStatesOfTheStart(); }
+    void anApplicationThatLeavesWhileTheWindowIsMadeEndsThat();
     void aWindowWithoutItsEngineDoesNothing();
     void aWaitWithoutItsEngineReturnsAtOnce();
     void anApplicationThatLeavesShowsNoVerdict_data() { addWaitingStates(); }
@@ -76,6 +71,14 @@ private slots:
 
 private:
     static void addWaitingStates();
+    /// The states in which the window is being made and something is served.
+    static void addStatesOfTheStart();
+    /// Makes the stage, with its tool held back in the state until the disturbance has been done.
+    /// Returns what was thrown, empty when nothing was.
+    template <class Disturbance>
+    QString make(State state, Disturbance disturb);
+    QString makeStage();
+    static void verifyEndedWait(const Course& course, State state);
     /// Goes through the state on the engine of the stage, with its command held back until the
     /// disturbance has been done in the wait.
     template <class Disturbance>
@@ -85,6 +88,7 @@ private:
 
     QMap<State, Course> plainCourses;
     std::unique_ptr<Test::Bench> bench;
+    std::unique_ptr<Stage> made;
 };
 
 void TestLifeCycle::init()
@@ -97,7 +101,10 @@ void TestLifeCycle::init()
 void TestLifeCycle::cleanup()
 {
     bench->release();
+    made.reset();
     bench.reset();
+    // What the worker has reported at the end of an engine is printed now, and not in the next row.
+    QCoreApplication::processEvents();
 }
 
 void TestLifeCycle::addWaitingStates()
@@ -176,41 +183,166 @@ void TestLifeCycle::anEngineThatIsDestroyedEndsItsWaits()
     QFETCH(State, state);
     Stage stage;
     stage.getWindow()->show();
-    const QStringList before = Test::isBringUp(state) ? runPlainly(state).lines : QStringList();
     const Course course = run(stage, state, [this, &stage] {
         // What the tool answers from now on is read by nobody.
         bench->release();
         stage.destroyEngine();
     });
     QVERIFY(stage.getWindow()->getKSBaseHandler() == nullptr);
-    QCOMPARE(course.results.filter(endedWait), QStringList(endedWait));
-    // Of a bring-up, the steps before; and no verdict on the command that was waited for.
-    const QStringList verdicts = getVerdicts(course.lines);
-    QVERIFY(verdicts.size() <= qMax(0, before.size() - 1));
-    QCOMPARE(verdicts, getVerdicts(before).mid(0, verdicts.size()));
+    verifyEndedWait(course, state);
+}
+
+/// No verdict was told on the command that was waited for, and no step was taken after it.
+void TestLifeCycle::verifyEndedWait(const Course& course, State state)
+{
+    const Course expected = Test::getExpectedCourse(Outcome::Waits, Test::Fault::Never, state);
+    QCOMPARE(Test::abridge(course.lines), expected.lines);
+    QCOMPARE(course.results, expected.results);
     // The waits within the wait threw as well, out of the slots that they stood in.
     const int inner = state == State::Nested ? 2 : 0;
     QCOMPARE(Test::TestApplication::get()->takeEscapedExceptions().size(), inner);
 }
 
-void TestLifeCycle::anEngineThatIsDestroyedInItsFirstListingEndsIt()
+void TestLifeCycle::addStatesOfTheStart()
+{
+    QTest::addColumn<State>("state");
+    for (const State state : {State::Starting, State::FirstListing}) {
+        QTest::newRow(qPrintable(Test::getForm(state).title)) << state;
+    }
+}
+
+template <class Disturbance>
+QString TestLifeCycle::make(State state, Disturbance disturb)
 {
     const Situation situation(bench.get(), State::FirstListing);
-    situation.prepare("kind = \"never\"");
+    const bool isStarting = state == State::Starting;
+    if (isStarting) {
+        bench->setTool(Test::Scripts::getStartingTool(Test::Scripts::getPause()));
+    } else {
+        // As the bench writes it, without the command that the situation adds.
+        situation.prepare(bench->hold({}).section('\n', 2));
+    }
     QObject context;
     Test::when(
-        &context, [&situation] { return situation.isAsked(); },
-        [] { findWindow()->getKSBaseHandler()->destroy(); });
-    Test::ConsoleRecorder recorder;
+        &context,
+        [&] {
+            return isStarting ? bench->readFile("ksbase.log").endsWith(">board list\n")
+                              : situation.isAsked();
+        },
+        [&] {
+            const bool isAsked = situation.isAsked();
+            bench->release();
+            bench->writeFile("go", {});
+            QCOMPARE(isAsked, !isStarting);
+            disturb();
+        });
+    return makeStage();
+}
+
+QString TestLifeCycle::makeStage()
+{
     try {
-        const Stage stage;
-        QFAIL("the window was made");
+        made = std::make_unique<Stage>();
     } catch (const Orvex::Exception& failure) {
-        QCOMPARE("thrown: " + QString::fromStdString(failure.getMessage()).section(" [", 0, 0),
-                 QString(endedWait));
+        return QString::fromStdString(failure.getMessage()).section(" [", 0, 0);
     }
-    QVERIFY(findWindow() == nullptr);
-    QCOMPARE(recorder.getLines().filter("onnected"), QStringList());
+    return {};
+}
+
+void TestLifeCycle::aWindowThatClosesWhileItIsMadeIsMade()
+{
+    QFETCH(State, state);
+    Test::ConsoleRecorder recorder;
+    const QString failure = make(state, [] {
+        Board::MainWindow* const window = Test::findWindow();
+        window->show();
+        QVERIFY(window->close());
+    });
+    QCOMPARE(failure, QString());
+    QCOMPARE(Test::abridge(recorder.getLines()).mid(1),
+             Test::getUsualCourse(State::FirstListing).lines);
+    QVERIFY(!made->getWindow()->isVisible());
+    QVERIFY(run(*made, State::Mode, [] {}) == Test::getUsualCourse(State::Mode));
+}
+
+void TestLifeCycle::anEngineThatIsDestroyedWhileTheWindowIsMadeEndsThat()
+{
+    QFETCH(State, state);
+    Test::ConsoleRecorder recorder;
+    const QString failure = make(state, [] { Test::findWindow()->getKSBaseHandler()->destroy(); });
+    QCOMPARE(failure, QString(Test::endedWait));
+    QVERIFY(Test::findWindow() == nullptr);
+    QCOMPARE(Test::abridge(recorder.getLines()).mid(1), QStringList(launched));
+}
+
+void TestLifeCycle::anApplicationThatLeavesWhileTheWindowIsMadeEndsThat()
+{
+    QFETCH(State, state);
+    Test::ConsoleRecorder recorder;
+    QPointer<Board::KSBaseHandler> engine;
+    QString failure;
+    QTimer::singleShot(0, this, [&] {
+        failure = make(state, [&engine] {
+            engine = Test::findWindow()->getKSBaseHandler();
+            QCoreApplication::quit();
+        });
+    });
+    QCoreApplication::exec();
+    QCOMPARE(failure, QString(Test::endedWait));
+    QVERIFY(Test::findWindow() == nullptr);
+    QCOMPARE(Test::abridge(recorder.getLines()).mid(1), QStringList(launched));
+    // It would go with the process.
+    QVERIFY(engine);
+    QVERIFY(engine->getCommandHandlers().isEmpty());
+    engine->destroy();
+}
+
+void TestLifeCycle::aSearchServesNothing_data()
+{
+    QTest::addColumn<bool>("isLeft");
+    QTest::newRow("the window closes") << false;
+    QTest::newRow("the application leaves") << true;
+}
+
+/// While the tool is looked for the program stands still; what was asked meanwhile is done then.
+void TestLifeCycle::aSearchServesNothing()
+{
+    QFETCH(bool, isLeft);
+    bench->setSearch(Test::Scripts::getLateSearch());
+    std::atomic<bool> isServed{false};
+    bool wasServed = true;
+    std::thread watcher([&] {
+        while (!QFile::exists("asked")) {
+            QThread::msleep(1);
+        }
+        wasServed = isServed;
+        bench->writeFile("go", {});
+    });
+    Test::ConsoleRecorder recorder;
+    QPointer<Board::KSBaseHandler> engine;
+    QString failure;
+    QTimer::singleShot(0, this, [&] {
+        QTimer::singleShot(0, this, [&] {
+            isServed = true;
+            engine = Test::findWindow()->getKSBaseHandler();
+            Test::findWindow()->close();
+            if (isLeft) {
+                QCoreApplication::quit();
+            }
+        });
+        failure = makeStage();
+        QCoreApplication::quit();
+    });
+    QCoreApplication::exec();
+    watcher.join();
+    QVERIFY(!wasServed);
+    QVERIFY(isServed);
+    QCOMPARE(failure, isLeft ? QString(Test::endedWait) : QString());
+    QCOMPARE(Test::abridge(recorder.getLines()).mid(1),
+             isLeft ? QStringList(launched) : Test::getUsualCourse(State::FirstListing).lines);
+    if (isLeft) {
+        engine->destroy();
+    }
 }
 
 void TestLifeCycle::aWindowWithoutItsEngineDoesNothing()
@@ -252,19 +384,13 @@ void TestLifeCycle::aWaitWithoutItsEngineReturnsAtOnce()
 void TestLifeCycle::anApplicationThatLeavesShowsNoVerdict()
 {
     QFETCH(State, state);
-    const QStringList before = Test::isBringUp(state) ? runPlainly(state).lines : QStringList();
     const Stage stage;
     Course course;
     // In the application's own loop, since only that can be left and entered again.
     QTimer::singleShot(0, this,
                        [&] { course = run(stage, state, [] { QCoreApplication::quit(); }); });
     QCoreApplication::exec();
-    QCOMPARE(course.results.filter(endedWait), QStringList(endedWait));
-    const QStringList verdicts = getVerdicts(course.lines);
-    QVERIFY(verdicts.size() <= qMax(0, before.size() - 1));
-    QCOMPARE(verdicts, getVerdicts(before).mid(0, verdicts.size()));
-    const int inner = state == State::Nested ? 2 : 0;
-    QCOMPARE(Test::TestApplication::get()->takeEscapedExceptions().size(), inner);
+    verifyEndedWait(course, state);
     QVERIFY(stage.getEngine()->getCommandHandlers().isEmpty());
 }
 

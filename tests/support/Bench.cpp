@@ -111,15 +111,28 @@ void Bench::holdAgain()
     QFile::remove(QDir(directory.path()).filePath(QStringLiteral("released")));
 }
 
-void Bench::setTool(const QByteArray& script)
+QByteArray Bench::writeProgram(const QString& place, const QString& name, const QByteArray& script)
 {
     const QDir root(directory.path());
-    root.mkdir(QStringLiteral("bin"));
-    const QString tool = root.filePath(QStringLiteral("bin/ksbase2_cli"));
-    write(tool, script);
-    QFile::setPermissions(tool, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    qputenv("PATH",
-            QFile::encodeName(root.filePath(QStringLiteral("bin"))) + ':' + formerSearchPath);
+    root.mkdir(place);
+    const QString program = root.filePath(place + QLatin1Char('/') + name);
+    write(program, script);
+    QFile::setPermissions(program, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    return QFile::encodeName(root.filePath(place));
+}
+
+void Bench::setTool(const QByteArray& script)
+{
+    const QByteArray place =
+        writeProgram(QStringLiteral("bin"), QStringLiteral("ksbase2_cli"), script);
+    qputenv("PATH", place + ':' + formerSearchPath);
+}
+
+void Bench::setSearch(const QByteArray& script)
+{
+    const QByteArray place =
+        writeProgram(QStringLiteral("search"), QStringLiteral("which"), script);
+    qputenv("PATH", place + ':' + qgetenv("PATH"));
 }
 
 void Bench::removeTool()

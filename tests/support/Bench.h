@@ -46,6 +46,8 @@ public:
 
     /// Puts a shell script first on the search path, in place of the simulated tool.
     void setTool(const QByteArray& script);
+    /// Puts a shell script in place of the program that looks for the tool.
+    void setSearch(const QByteArray& script);
     /// Takes every board tool off the search path.
     void removeTool();
 
@@ -59,6 +61,9 @@ public:
     static QString getToolDirectory();
 
 private:
+    /// Writes a program into the directory of that name. Returns the path of the directory.
+    QByteArray writeProgram(const QString& place, const QString& name, const QByteArray& script);
+
     QTemporaryDir directory;
     const QString formerCurrentPath;
     const QByteArray formerSearchPath;
