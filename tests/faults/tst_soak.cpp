@@ -39,7 +39,12 @@ const int pollsPerLoad = 120;
 
 /// How much more memory may be resident at the end than after the first hour. The allocator's free
 /// pieces lie differently each time.
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#if defined(__has_feature)
+#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
+#define TEST_IS_SANITIZED
+#endif
+#endif
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__) || defined(TEST_IS_SANITIZED)
 const qint64 memoryMargin = 320 * 1024; // the sanitizer holds freed memory back
 #else
 const qint64 memoryMargin = 4 * 1024;
