@@ -18,6 +18,8 @@
 #include <dlfcn.h>
 #include <memory>
 #include <pthread.h>
+#include <sys/stat.h>
+#include <unistd.h>
 #include <utility>
 #include <vector>
 
@@ -36,9 +38,40 @@ const QString noMeans = "E: No command can be sent: the system gives no thread f
 /// While it is set, no thread can be started.
 bool hasNoThreads = false;
 
+/// The file that is on the full disk; 0 while no disk is full. Of all files that have that number
+/// the test writes this one only.
+ino_t fileOnFullDisk = 0;
+/// How many bytes it takes before it is full.
+std::size_t roomOnDisk = 0;
+
+bool isOnFullDisk(int descriptor)
+{
+    struct stat status {
+    };
+    return fileOnFullDisk != 0 && fstat(descriptor, &status) == 0 &&
+           status.st_ino == fileOnFullDisk;
+}
+
+/// The disk of a file is full, but for some bytes, as long as this lives.
+class FullDisk
+{
+public:
+    FullDisk(const char* path, std::size_t room)
+    {
+        struct stat status {
+        };
+        stat(path, &status);
+        roomOnDisk = room;
+        fileOnFullDisk = status.st_ino;
+    }
+    ~FullDisk() { fileOnFullDisk = 0; }
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
+};
+
 } // namespace
 
-// In place of the C library's, which comes after the program.
+// In place of the C library's, which come after the program.
 extern "C" __attribute__((visibility("default"))) int
 pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*start)(void*),
                void* argument) noexcept
@@ -46,6 +79,23 @@ pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*star
     using Create = int (*)(pthread_t*, const pthread_attr_t*, void* (*)(void*), void*);
     static const auto create = reinterpret_cast<Create>(dlsym(RTLD_NEXT, "pthread_create"));
     return hasNoThreads ? EAGAIN : create(thread, attributes, start, argument);
+}
+
+extern "C" __attribute__((visibility("default"))) ssize_t write(int descriptor, const void* bytes,
+                                                                std::size_t size)
+{
+    using Write = ssize_t (*)(int, const void*, std::size_t);
+    static const auto writeBytes = reinterpret_cast<Write>(dlsym(RTLD_NEXT, "write"));
+    if (!isOnFullDisk(descriptor)) {
+        return writeBytes(descriptor, bytes, size);
+    }
+    if (roomOnDisk == 0) {
+        errno = ENOSPC;
+        return -1;
+    }
+    const ssize_t written = writeBytes(descriptor, bytes, std::min(size, roomOnDisk));
+    roomOnDisk -= static_cast<std::size_t>(std::max<ssize_t>(written, 0));
+    return written;
 }
 
 /// What the engine and the browser do when the disk or the file descriptors run out: they go on,
@@ -58,6 +108,7 @@ private slots:
     void initTestCase();
     void init();
     void cleanup();
+    void whatAFullDiskHoldsBackIsWrittenLater_data();
     void whatAFullDiskHoldsBackIsWrittenLater();
     void aFullDiskLeavesALongReplyWhole();
     void aCommandNeedsNoDescriptor();
@@ -88,21 +139,39 @@ void TestResources::cleanup()
     bench.reset();
 }
 
+void TestResources::whatAFullDiskHoldsBackIsWrittenLater_data()
+{
+    QTest::addColumn<int>("room");
+    QTest::newRow("no room") << 0;
+    QTest::newRow("room for a byte") << 1;
+    QTest::newRow("room within a command") << 7;
+    QTest::newRow("room within an answer") << 20;
+    // Of one exchange, of which each is 44 bytes long, and a bit.
+    QTest::newRow("room within the second exchange") << 50;
+    QTest::newRow("no file may grow") << -1;
+}
+
 void TestResources::whatAFullDiskHoldsBackIsWrittenLater()
 {
+    QFETCH(int, room);
+    const QByteArray exchange = ">board get mode\nJtag only\nCOMMAND SUCCEEDED\n";
     const Test::Panel panel;
     const QByteArray before = bench->readFile(transcript);
-    std::string replies;
-    {
-        const Test::Limit full(RLIMIT_FSIZE, static_cast<rlim_t>(before.size()));
-        replies += panel.run(CommandType::Control, command);
-        replies += panel.run(CommandType::Control, command);
+    std::unique_ptr<FullDisk> disk;
+    std::unique_ptr<Test::Limit> limit;
+    if (room >= 0) {
+        disk = std::make_unique<FullDisk>(transcript, static_cast<std::size_t>(room));
+    } else {
+        limit = std::make_unique<Test::Limit>(RLIMIT_FSIZE, static_cast<rlim_t>(before.size()));
     }
+    std::string replies = panel.run(CommandType::Control, command);
+    replies += panel.run(CommandType::Control, command);
     QCOMPARE(replies, std::string("Jtag only\nCOMMAND SUCCEEDED\nJtag only\nCOMMAND SUCCEEDED\n"));
-    QCOMPARE(bench->readFile(transcript), before);
+    QCOMPARE(bench->readFile(transcript), before + (exchange + exchange).left(qMax(room, 0)));
 
+    disk.reset();
+    limit.reset();
     panel.run(CommandType::Control, command);
-    const QByteArray exchange = ">board get mode\nJtag only\nCOMMAND SUCCEEDED\n";
     QCOMPARE(bench->readFile(transcript), before + exchange + exchange + exchange);
 }
 
