@@ -6,11 +6,21 @@
 
 #include <QDir>
 #include <QFile>
+#include <QProcess>
 
+#include <fstream>
 #include <memory>
 
 using Test::Bench;
 using Test::Program;
+
+namespace
+{
+
+/// A locale whose encoding is not UTF-8.
+const char latin[] = "en_US.ISO-8859-1";
+
+} // namespace
 
 class TestSurroundings : public QObject
 {
@@ -26,8 +36,13 @@ private slots:
     void tooFewOpenFilesAreToldBeforeAnythingIsTouched();
     void namesKeepTheirBytesWhateverTheLocale_data();
     void namesKeepTheirBytesWhateverTheLocale();
+    void aNameThatIsNoTextIsRefused_data();
+    void aNameThatIsNoTextIsRefused();
 
 private:
+    /// Has the program run in that locale, which is made when it is the one of another encoding.
+    void setLocale(const QString& locale);
+
     std::unique_ptr<Bench> bench;
     std::unique_ptr<Program> program;
 };
@@ -105,8 +120,8 @@ void TestSurroundings::tooFewOpenFilesAreToldBeforeAnythingIsTouched()
 void TestSurroundings::namesKeepTheirBytesWhateverTheLocale_data()
 {
     QTest::addColumn<QString>("locale");
-    // The last one is installed nowhere: the C locale takes its place.
-    for (const char* locale : {"C", "POSIX", "C.UTF-8", "xx_YY.ISO-8859-1"}) {
+    // The last but one is installed nowhere: the C locale takes its place. The last one is made.
+    for (const char* locale : {"C", "POSIX", "C.UTF-8", "xx_YY.ISO-8859-1", latin}) {
         QTest::newRow(locale) << locale;
     }
 }
@@ -116,7 +131,7 @@ void TestSurroundings::namesKeepTheirBytesWhateverTheLocale()
     QFETCH(QString, locale);
     bench->setScenario(Bench::board("Südbahn"));
     const QString file = bench->writeFile("entwürfe.ksb", "content");
-    program->setVariable("LC_ALL", locale);
+    setLocale(locale);
     program->setPath(Program::getActorPath());
     QVERIFY(program->run({"load-and-leave", file}));
     QCOMPARE(program->getStatus(), 0);
@@ -125,6 +140,49 @@ void TestSurroundings::namesKeepTheirBytesWhateverTheLocale()
     QVERIFY2(output.contains("Bitstream successfully sent"), qPrintable(output));
     QCOMPARE(bench->count("chip bitstream load " + file), 1);
     QVERIFY(bench->readFile("ksbase.log").contains("Südbahn"));
+}
+
+void TestSurroundings::setLocale(const QString& locale)
+{
+    program->setVariable("LC_ALL", locale);
+    if (locale != latin) {
+        return;
+    }
+    QProcess maker;
+    maker.start("localedef", {"--no-archive", "-i", "en_US", "-f", "ISO-8859-1", latin});
+    QVERIFY(maker.waitForFinished(-1));
+    QVERIFY2(maker.exitCode() == 0, maker.readAllStandardError());
+    program->setVariable("LOCPATH", QDir::currentPath());
+
+    // It is one that the system takes.
+    Program asker;
+    asker.setVariable("LC_ALL", locale);
+    asker.setVariable("LOCPATH", QDir::currentPath());
+    asker.setPath("/usr/bin/locale");
+    QVERIFY(asker.run({"charmap"}));
+    QCOMPARE(asker.getOutput(), QString("ISO-8859-1\n"));
+}
+
+void TestSurroundings::aNameThatIsNoTextIsRefused_data()
+{
+    QTest::addColumn<QString>("locale");
+    for (const char* locale : {"C", "C.UTF-8", latin}) {
+        QTest::newRow(locale) << locale;
+    }
+}
+
+void TestSurroundings::aNameThatIsNoTextIsRefused()
+{
+    QFETCH(QString, locale);
+    setLocale(locale);
+    const QByteArray file = QFile::encodeName(QDir::currentPath()) + "/entw\xfcrfe.ksb";
+    QVERIFY(std::ofstream(file.constData()) << "content");
+    program->setPath("/bin/sh");
+    QVERIFY(program->run({"-c", "exec \"$0\" ./entw*rfe.ksb", Program::getPanelPath()}));
+    QCOMPARE(program->getStatus(), 1);
+    const QString said = program->getErrors();
+    QVERIFY2(said.contains("There is no file \""), qPrintable(said));
+    QCOMPARE(bench->getJournal(), QStringList());
 }
 
 KESTOBOARD_TEST_MAIN(TestSurroundings)
