@@ -179,6 +179,8 @@ void TestFaultMatrixWaits::verifyTranscript(Fault fault, State state) const
 void TestFaultMatrixWaits::verifyWait(const Board::KSBaseHandler& engine, std::size_t waits)
 {
     QVERIFY(engine.isRunning());
+    // Nothing is on its way that would end it.
+    QVERIFY(!engine.getData().contains("COMMAND "));
     QCOMPARE(engine.getCommandHandlers().getCount(), waits);
     QCOMPARE(engine.getCommandHandlers().getPendings().getCount(), waits);
 }

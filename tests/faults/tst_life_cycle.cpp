@@ -15,7 +15,9 @@
 #include <QPushButton>
 #include <QThread>
 
+#include <algorithm>
 #include <atomic>
+#include <cstddef>
 #include <thread>
 
 using Test::Course;
@@ -53,6 +55,7 @@ private slots:
     void aWindowThatIsDeletedChangesNothing();
     void anEngineThatIsDestroyedEndsItsWaits_data() { addWaitingStates(); }
     void anEngineThatIsDestroyedEndsItsWaits();
+    void aWindowHasNoEngineBeforeThatIsMade();
     void aSearchServesNothing_data();
     void aSearchServesNothing();
     void aWindowThatClosesWhileItIsMadeIsMade_data() { addStatesOfTheStart(); }
@@ -297,6 +300,25 @@ void TestLifeCycle::anApplicationThatLeavesWhileTheWindowIsMadeEndsThat()
     engine->destroy();
 }
 
+/// Whoever hears the first line of the console can find the window, which has no engine yet.
+void TestLifeCycle::aWindowHasNoEngineBeforeThatIsMade()
+{
+    QVector<Board::KSBaseHandler*> engines;
+    QObject context;
+    connect(Orvex::console, &Orvex::Console::messageAdded, &context,
+            [&engines] { engines += Test::findWindow()->getKSBaseHandler(); });
+    // Where there was something else before.
+    const auto place = std::make_unique<std::byte[]>(sizeof(Board::MainWindow));
+    std::fill_n(place.get(), sizeof(Board::MainWindow), std::byte{0xAA});
+    auto* const window = new (place.get()) Board::MainWindow;
+    QVERIFY(engines.size() > 1);
+    QVERIFY(engines.first() == nullptr);
+    QVERIFY(engines.last() == window->getKSBaseHandler());
+    const QPointer<Board::KSBaseHandler> engine = window->getKSBaseHandler();
+    window->~MainWindow();
+    engine->destroy();
+}
+
 void TestLifeCycle::aSearchServesNothing_data()
 {
     QTest::addColumn<bool>("isLeft");
@@ -341,6 +363,7 @@ void TestLifeCycle::aSearchServesNothing()
     QCOMPARE(Test::abridge(recorder.getLines()).mid(1),
              isLeft ? QStringList(launched) : Test::getUsualCourse(State::FirstListing).lines);
     if (isLeft) {
+        QVERIFY(engine);
         engine->destroy();
     }
 }

@@ -133,10 +133,12 @@ void runCommandLines(KSBaseHandler* engine, QTextStream* lines)
 MainWindow::MainWindow(QWidget* parent)
     : QMainWindow(parent)
     , folio(nullptr)
-    , ksBaseHandler(KSBaseHandler::create(this))
+    , ksBaseHandler(nullptr)
     , commandLineEdit(nullptr)
     , fileButton(nullptr)
 {
+    // Here, so that who finds the window while its engine is made finds none in it.
+    ksBaseHandler = KSBaseHandler::create(this);
     connect(ksBaseHandler, &QObject::destroyed, this, [this] { ksBaseHandler = nullptr; });
     buildStatusBar();
     buildWidgets();
