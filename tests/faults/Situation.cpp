@@ -234,6 +234,11 @@ QStringList Situation::operate(KSBaseHandler* engine) const
     return {};
 }
 
+void Situation::letGo() const
+{
+    bench->writeFile(nestedFile, {});
+}
+
 bool Situation::isAsked() const
 {
     const QStringList lines = bench->getJournal().mid(journalStart);

@@ -36,6 +36,9 @@ public:
     /// what was read, and what was thrown.
     QStringList perform(Board::KSBaseHandler* engine) const;
 
+    /// Lets the tool go on where the state itself keeps it from that.
+    void letGo() const;
+
     /// The command of the state has reached the tool since the approach.
     bool isAsked() const;
 

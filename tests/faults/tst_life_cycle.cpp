@@ -186,7 +186,8 @@ void TestLifeCycle::anEngineThatIsDestroyedEndsItsWaits()
     QFETCH(State, state);
     Stage stage;
     stage.getWindow()->show();
-    const Course course = run(stage, state, [this, &stage] {
+    const Course course = run(stage, state, [this, &stage, state] {
+        Situation(bench.get(), state).letGo();
         // What the tool answers from now on is read by nobody.
         bench->release();
         stage.destroyEngine();
