@@ -29,6 +29,8 @@ namespace
 constexpr std::chrono::milliseconds sliceTime(8);
 /// Lines that are shown in the turn in which they came.
 constexpr int linesAtOnce = 50;
+/// Messages that wait for the view to be seen; with more of them they go into the text in batches.
+constexpr std::size_t mostUnseen = 1000;
 /// Old lines go in steps of so many at most, of which none is felt.
 constexpr int largestStep = 2000;
 /// A view full of matches is marked up to here.
@@ -147,6 +149,9 @@ ConsoleView::~ConsoleView() = default;
 void ConsoleView::add(const Orvex::Message& message)
 {
     waiting.push_back(message);
+    if (!isVisible() && waiting.size() < mostUnseen) {
+        return;
+    }
     if (linesThisTurn < linesAtOnce) {
         showSlice(linesAtOnce - linesThisTurn);
     }
@@ -326,6 +331,13 @@ void ConsoleView::resizeEvent(QResizeEvent* event)
     placeExtras();
 }
 
+void ConsoleView::showEvent(QShowEvent* event)
+{
+    QPlainTextEdit::showEvent(event);
+    showSlice(std::numeric_limits<int>::max());
+    turnTimer.start();
+}
+
 void ConsoleView::wheelEvent(QWheelEvent* event)
 {
     if ((event->modifiers() & Qt::ControlModifier) == 0) {
@@ -338,6 +350,18 @@ void ConsoleView::wheelEvent(QWheelEvent* event)
 
 /// Shows what waits until the time of a slice is over.
 void ConsoleView::showSlice(int mostLines)
+{
+    {
+        const QScopedValueRollback<bool> adding(growing, true);
+        linesThisTurn += insertWaiting(mostLines);
+        dropOldLines(std::min(lineLimit / 10, largestStep));
+    }
+    followGrowth();
+    emit linesAdded();
+}
+
+/// Returns how many lines it has added.
+int ConsoleView::insertWaiting(int mostLines)
 {
     QElapsedTimer clock;
     clock.start();
@@ -356,10 +380,7 @@ void ConsoleView::showSlice(int mostLines)
     if (selected) {
         keepSelection(end);
     }
-    linesThisTurn += lines;
-    dropOldLines(std::min(lineLimit / 10, largestStep));
-    followGrowth();
-    emit linesAdded();
+    return lines;
 }
 
 /// A selection that reached to the end has grown with the text: it shrinks back to what the person
@@ -371,12 +392,10 @@ void ConsoleView::keepSelection(int oldEnd)
     const int position = std::min(selection.position(), oldEnd);
     if (anchor != selection.anchor() || position != selection.position()) {
         const int place = verticalScrollBar()->value();
-        const bool stayAtEnd = following;
         selection.setPosition(anchor);
         selection.setPosition(position, QTextCursor::KeepAnchor);
         setTextCursor(selection);
         verticalScrollBar()->setValue(place);
-        following = stayAtEnd;
     }
 }
 
@@ -457,7 +476,7 @@ void ConsoleView::hideOrShow(const QTextBlock& block) const
 void ConsoleView::paintSeen()
 {
     seenChanged = true;
-    if (paintingSeen) {
+    if (paintingSeen || !isVisible()) {
         return;
     }
     // To paint lays lines out, which can move others into sight and lead here again.
@@ -537,6 +556,9 @@ void ConsoleView::placeExtras()
 
 void ConsoleView::followScrolling()
 {
+    if (growing || !isVisible()) {
+        return;
+    }
     following = verticalScrollBar()->value() >= verticalScrollBar()->maximum();
     jumpButton->setVisible(!following);
     paintSeen();
@@ -544,8 +566,14 @@ void ConsoleView::followScrolling()
 
 void ConsoleView::followGrowth()
 {
-    if (following) {
-        jumpToEnd();
+    if (growing || !isVisible()) {
+        return;
+    }
+    // To scroll there lays lines out, which may move the end.
+    for (int end = -1; following && end < verticalScrollBar()->maximum();) {
+        const QScopedValueRollback<bool> jumping(growing, true);
+        end = verticalScrollBar()->maximum();
+        verticalScrollBar()->setValue(end);
     }
     followScrolling();
 }

@@ -23,7 +23,9 @@ class ConsoleGutter;
 ///
 /// Messages are only ever added. They are shown in batches, so that any number of them leaves the
 /// window live: the first lines of a turn of the event loop at once, the rest over the following
-/// turns. The view follows the end as long as it stands at the end.
+/// turns. The view follows the end as long as it stands at the end. While it is not to be seen it
+/// lays no line out and does not scroll: a line that comes alone would cost most of a command. It
+/// catches up when it is shown.
 class ConsoleView : public QPlainTextEdit
 {
     Q_OBJECT
@@ -92,12 +94,14 @@ protected:
     QMimeData* createMimeDataFromSelection() const override;
     void changeEvent(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
 
 private:
     friend class ConsoleGutter;
 
     void showSlice(int mostLines);
+    int insertWaiting(int mostLines);
     void keepSelection(int oldEnd);
     bool hasWaiting() const;
     ConsoleLine takeLine();
@@ -125,6 +129,7 @@ private:
     Qt::CaseSensitivity markedCase = Qt::CaseInsensitive;
     bool timesCopied = false;
     bool following = true;
+    bool growing = false; // what the scroll bar says is answered once, when all lines are there
     bool paintingSeen = false;
     bool seenChanged = false;
 };

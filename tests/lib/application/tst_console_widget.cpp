@@ -68,6 +68,8 @@ private slots:
     void showsMessagesAtTheirDepth();
     void theFirstLinesOfATurnAppearAtOnce();
     void aFloodIsShownOverManyTurnsInItsOrder();
+    void linesThatComeUnseenAreLaidOutWhenItIsShown();
+    void manyUnseenLinesDoNotPileUp();
     void mayBeDestroyedWhileLinesWait();
     void showsAReportFromAnotherThread();
     void textIsShownLiterally_data();
@@ -78,6 +80,7 @@ private slots:
     void errorsAndWarningsHaveAColourAndAMark();
     void aSwitchOfTheThemeRecoloursWhatIsShown();
     void followsTheEndWhileItStandsThere();
+    void followsTheEndOfLinesThatAreWrapped();
     void staysInPlaceWhenThePersonHasScrolledUp();
     void staysInPlaceWhenAKeyHasLedAway();
     void staysAtAMatchThatWasFoundFurtherUp();
@@ -323,6 +326,35 @@ void ConsoleWidgetTest::aFloodIsShownOverManyTurnsInItsOrder()
     }
 }
 
+void ConsoleWidgetTest::linesThatComeUnseenAreLaidOutWhenItIsShown()
+{
+    printLines(100);
+    widget->hide();
+    console->print("said unseen", "");
+    QVERIFY(!getLines().contains(QStringLiteral("said unseen")));
+    widget->show();
+    QCOMPARE(getLines().last(), QStringLiteral("said unseen"));
+    QCOMPARE(getScrollBar()->value(), getScrollBar()->maximum());
+    QVERIFY(!getButton(QStringLiteral("Jump to end"))->isVisible());
+
+    widget->hide();
+    console->print("asked for unseen", "");
+    QVERIFY(widget->getText().endsWith(QStringLiteral("\nasked for unseen")));
+}
+
+void ConsoleWidgetTest::manyUnseenLinesDoNotPileUp()
+{
+    widget->hide();
+    constexpr int count = 5000;
+    for (int number = 0; number < count; ++number) {
+        console->print(getNumbered(number), "");
+    }
+    QTRY_COMPARE_WITH_TIMEOUT(view->blockCount(), count, 60000);
+    QCOMPARE(getLines().last(), QString::fromStdString(getNumbered(count - 1)));
+    widget->show();
+    QCOMPARE(getScrollBar()->value(), getScrollBar()->maximum());
+}
+
 void ConsoleWidgetTest::mayBeDestroyedWhileLinesWait()
 {
     for (int number = 0; number < 1000; ++number) {
@@ -454,6 +486,18 @@ void ConsoleWidgetTest::followsTheEndWhileItStandsThere()
         QCOMPARE(getScrollBar()->value(), getScrollBar()->maximum());
         QVERIFY(!getButton(QStringLiteral("Jump to end"))->isVisible());
     }
+}
+
+void ConsoleWidgetTest::followsTheEndOfLinesThatAreWrapped()
+{
+    for (int length : {10, 300, 20, 1500, 40, 1900}) {
+        console->print(std::string(static_cast<std::size_t>(length), 'x'), "");
+        QCOMPARE(getScrollBar()->value(), getScrollBar()->maximum());
+        QVERIFY(!getButton(QStringLiteral("Jump to end"))->isVisible());
+        const QRect end = view->cursorRect(QTextCursor(view->document()->lastBlock()));
+        QVERIFY(end.top() < view->viewport()->height());
+    }
+    QVERIFY(getScrollBar()->maximum() > 0);
 }
 
 void ConsoleWidgetTest::staysInPlaceWhenThePersonHasScrolledUp()
