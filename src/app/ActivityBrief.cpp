@@ -1,9 +1,9 @@
 #include "app/ActivityBrief.h"
 
 #include "app/ActivityIndicator.h"
+#include "app/StateIcon.h"
 
 #include <foundation/PlainText.h>
-#include <foundation/Theme.h>
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -12,22 +12,14 @@
 namespace Kestoboard
 {
 
-namespace
-{
-
-const int iconSize = 16;
-
-} // namespace
-
 ActivityBrief::ActivityBrief(const ActivityIndicator* indicator, QStatusBar* statusBar)
     : QWidget(statusBar)
     , activity(indicator)
     , bar(statusBar)
-    , icon(new QLabel(this))
+    , icon(new StateIcon(this))
     , label(new QLabel(this))
 {
     setObjectName(QStringLiteral("activityBrief"));
-    icon->setFixedSize(iconSize, iconSize);
     label->setTextFormat(Qt::PlainText);
     auto* const row = new QHBoxLayout(this);
     row->setContentsMargins(8, 0, 8, 0);
@@ -42,7 +34,7 @@ ActivityBrief::ActivityBrief(const ActivityIndicator* indicator, QStatusBar* sta
 void ActivityBrief::refresh()
 {
     const QString words = activity->getBrief();
-    icon->setPixmap(Orvex::theme->getIcon(activity->getIconName()).pixmap(iconSize, iconSize));
+    icon->showIcon(activity->getIconName());
     label->setText(words);
     setToolTip(Orvex::getLiteral(activity->getText()));
     setVisible(!bar->currentMessage().isEmpty() && !words.isEmpty());

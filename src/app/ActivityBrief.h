@@ -10,6 +10,7 @@ namespace Kestoboard
 {
 
 class ActivityIndicator;
+class StateIcon;
 
 /// Stands in for the indicator while a message of the engine takes its place in the status bar: the
 /// message has the command, so this has the rest, the time or the verdict, in a word or two. It
@@ -27,7 +28,7 @@ private:
 
     const ActivityIndicator* const activity;
     const QStatusBar* const bar;
-    QLabel* icon;
+    StateIcon* icon;
     QLabel* label;
 };
 

@@ -4,6 +4,7 @@
 #include "app/ElidedLabel.h"
 #include "app/Initiative.h"
 #include "app/ReplyVerdict.h"
+#include "app/StateIcon.h"
 
 #include <Board/KSBaseHandler.h>
 #include <foundation/Console.h>
@@ -13,7 +14,6 @@
 #include <foundation/Theme.h>
 
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QLocale>
 #include <QSettings>
 
@@ -32,7 +32,6 @@ const std::chrono::milliseconds tick = 250ms;
 const qint64 backgroundPatience = 1500;
 const int firstPatience = 10;
 const qint64 longTransfer = 10000;
-const int iconSize = 16;
 const qint64 shortest = 100;
 const qint64 minute = 60000;
 /// In seconds.
@@ -85,12 +84,11 @@ QString getPatienceKey()
 ActivityIndicator::ActivityIndicator(Board::KSBaseHandler* observedEngine, QWidget* parent)
     : QWidget(parent)
     , engine(observedEngine)
-    , icon(new QLabel(this))
+    , icon(new StateIcon(this))
     , label(new ElidedLabel(this))
 {
     last.text = tr("Idle");
     setObjectName(QStringLiteral("activityIndicator"));
-    icon->setFixedSize(iconSize, iconSize);
     label->setObjectName(QStringLiteral("activityLabel"));
     auto* const row = new QHBoxLayout(this);
     row->setContentsMargins(4, 0, 8, 0);
@@ -302,7 +300,7 @@ ActivityIndicator::State ActivityIndicator::getState() const
 
 void ActivityIndicator::present(const State& state)
 {
-    icon->setPixmap(Orvex::theme->getIcon(state.icon).pixmap(iconSize, iconSize));
+    icon->showIcon(state.icon);
     if (state.text != shown.text) {
         label->setLine(state.text);
     }

@@ -12,8 +12,6 @@
 
 #include <string>
 
-class QLabel;
-
 namespace Board
 {
 class KSBaseHandler;
@@ -23,6 +21,7 @@ namespace Kestoboard
 {
 
 class ElidedLabel;
+class StateIcon;
 struct ReplyVerdict;
 
 /// Says what the board tool is at: nothing, a command and for how long, or how the last command
@@ -106,7 +105,7 @@ private:
     /// When the board tool became free for the command at hand.
     qint64 lastEnd = 0;
     QTimer ticker;
-    QLabel* icon;
+    StateIcon* icon;
     ElidedLabel* label;
     State shown;
     /// How the person's last command ended.

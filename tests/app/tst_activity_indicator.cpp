@@ -4,6 +4,7 @@
 #include "app/DesktopNotice.h"
 #include "app/Initiative.h"
 #include "app/ReplyVerdict.h"
+#include "app/StateIcon.h"
 #include "support/Bench.h"
 #include "support/ConsoleRecorder.h"
 #include "support/Panel.h"
@@ -52,6 +53,19 @@ public:
     }
 };
 
+/// Counts how often widgets are painted.
+class PaintCounter : public QObject
+{
+public:
+    int paints = 0;
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        paints += event->type() == QEvent::Paint ? 1 : 0;
+        return QObject::eventFilter(watched, event);
+    }
+};
+
 } // namespace
 
 class TestActivityIndicator : public QObject
@@ -75,6 +89,7 @@ private slots:
     void theVerdictOfTheLastCommandStays_data();
     void theVerdictOfTheLastCommandStays();
     void whatThePanelAsksByItselfIsNotTold();
+    void theSameIconIsNotPaintedAgain();
     void aListingThatFailsIsTold();
     void theDirectoryOfAFileIsLeftOut();
     void aQueueIsToldInItsOrder();
@@ -312,6 +327,23 @@ void TestActivityIndicator::whatThePanelAsksByItselfIsNotTold()
     panel->getEngine()->refreshTamsaMap();
     panel->getEngine()->getMonitor(0);
     QCOMPARE(indicator->getText(), QString("Idle"));
+}
+
+void TestActivityIndicator::theSameIconIsNotPaintedAgain()
+{
+    PaintCounter counter;
+    Kestoboard::StateIcon icon(nullptr);
+    icon.installEventFilter(&counter);
+    icon.showIcon("success");
+    icon.show();
+    QVERIFY(QTest::qWaitForWindowActive(&icon));
+    QTRY_VERIFY(counter.paints > 0);
+    const int paints = counter.paints;
+    icon.showIcon("success");
+    QCoreApplication::processEvents();
+    QCOMPARE(counter.paints, paints);
+    icon.showIcon("error");
+    QTRY_VERIFY(counter.paints > paints);
 }
 
 void TestActivityIndicator::aListingThatFailsIsTold()
