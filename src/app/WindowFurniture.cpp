@@ -6,6 +6,7 @@
 #include "app/EmptyListRemark.h"
 #include "app/Menus.h"
 #include "app/OneLineValidator.h"
+#include "app/RestingCursor.h"
 #include "app/SimulatedTool.h"
 #include "app/TranscriptWatch.h"
 
@@ -31,6 +32,7 @@ WindowFurniture::WindowFurniture(Board::MainWindow* panel, SchemeChoice* schemes
     keepFieldsToOneLine();
     addIndicator();
     addRemarks();
+    new RestingCursor(RestingCursor::usualPatience, window);
     new TranscriptWatch(window->getKSBaseHandler(), window);
     auto* const drops = new DropTarget(window);
     new Menus(window, {shutdown, &state, schemes, drops});

@@ -7,6 +7,7 @@
 #include "app/ChosenBitstream.h"
 #include "app/DropTarget.h"
 #include "app/KeyboardMap.h"
+#include "app/RestingCursor.h"
 #include "app/Shutdown.h"
 #include "support/Bench.h"
 #include "support/ConsoleRecorder.h"
@@ -32,6 +33,7 @@
 #include <QScreen>
 #include <QSettings>
 #include <QSplitter>
+#include <QStyleHints>
 #include <QTreeWidget>
 
 using Kestoboard::SchemeChoice;
@@ -83,6 +85,7 @@ private slots:
     void theSchemeIsStoredAndShown();
     void aSchemeThatDoesNotExistIsTheDesktops();
     void theStyleSheetComesWithTheFirstWindowThatIsShown();
+    void theTextCursorRestsUntilSomebodyTouchesSomething();
     void theKeyboardMapListsEveryShortcut();
     void theReportCanBeCopied();
     void anEmptyListOfRecentFilesSaysWhatBelongsThere();
@@ -470,6 +473,27 @@ void TestWindowFurniture::theStyleSheetComesWithTheFirstWindowThatIsShown()
     QWidget other;
     other.show();
     QVERIFY(qApp->styleSheet().isEmpty());
+}
+
+void TestWindowFurniture::theTextCursorRestsUntilSomebodyTouchesSomething()
+{
+    const auto* const usual = panel->getWindow()->findChild<Kestoboard::RestingCursor*>();
+    QVERIFY(usual != nullptr);
+    delete usual;
+    QVERIFY(QApplication::cursorFlashTime() > 0);
+    {
+        const Kestoboard::RestingCursor cursor(std::chrono::milliseconds(1), nullptr);
+        QTRY_COMPARE_WITH_TIMEOUT(QApplication::cursorFlashTime(), 0, 60000);
+        // At once: a moment later it rests again.
+        int flashTime = 0;
+        connect(QGuiApplication::styleHints(), &QStyleHints::cursorFlashTimeChanged, this,
+                [&flashTime] { flashTime = qMax(flashTime, QApplication::cursorFlashTime()); });
+        QTest::keyClick(panel->getWindow(), Qt::Key_Shift);
+        QGuiApplication::styleHints()->disconnect(this);
+        QVERIFY(flashTime > 0);
+        QTRY_COMPARE_WITH_TIMEOUT(QApplication::cursorFlashTime(), 0, 60000);
+    }
+    QVERIFY(QApplication::cursorFlashTime() > 0);
 }
 
 void TestWindowFurniture::theKeyboardMapListsEveryShortcut()
