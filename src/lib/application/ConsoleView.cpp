@@ -368,8 +368,10 @@ int ConsoleView::insertWaiting(int mostLines)
     const bool selected = textCursor().hasSelection();
     QTextCursor cursor(document());
     cursor.beginEditBlock();
-    cursor.movePosition(QTextCursor::End);
-    const int end = cursor.position();
+    // To move there would lay out the line that the cursor comes from. That is the first one, and
+    // when it was the longest and is shorter now, the toolkit looks at all others.
+    const int end = document()->characterCount() - 1;
+    cursor.setPosition(end);
     int lines = 0;
     while (hasWaiting() && lines < mostLines &&
            !(lines > 0 && clock.hasExpired(sliceTime.count()))) {
