@@ -13,6 +13,7 @@
 #include "support/ConsoleRecorder.h"
 #include "support/Panel.h"
 #include "support/TestMain.h"
+#include "support/When.h"
 
 #include <Board/BrowseFolio.h>
 #include <Board/Folio.h>
@@ -35,6 +36,8 @@
 #include <QSplitter>
 #include <QStyleHints>
 #include <QTreeWidget>
+
+#include <functional>
 
 using Kestoboard::SchemeChoice;
 using Kestoboard::WindowFurniture;
@@ -79,6 +82,8 @@ private slots:
     void aSizeThatNobodyChoseFollowsTheSystem();
     void theConsolesOptionsComeBack();
     void theFirstLayoutFitsTheScreen();
+    void theConsoleIsSavedWithoutHoldingUpAVerdict();
+    void theMenuOfTheConsoleHoldsUpNoVerdict();
     void theFolderOfTheTranscriptIsShown();
     void thePatienceIsChosenAndComesBack();
     void theSchemeIsStoredAndShown_data();
@@ -97,6 +102,8 @@ public slots:
 
 private:
     void makeWindow();
+    /// Waits for a verdict, whose answer comes only when the action has been done meanwhile.
+    void waitForTheBoardAnd(const std::function<void()>& action);
     QAction* findAction(const QString& text) const;
     /// Sends a drop as the desktop does; returns whether the window takes it.
     bool drop(const QList<QUrl>& urls);
@@ -397,6 +404,42 @@ void TestWindowFurniture::theFirstLayoutFitsTheScreen()
     const QSize size = panel->getWindow()->size();
     QVERIFY(size.width() <= qMax(screen.width(), panel->getWindow()->minimumWidth()));
     QVERIFY(size.height() <= qMax(screen.height(), panel->getWindow()->minimumHeight()));
+}
+
+void TestWindowFurniture::waitForTheBoardAnd(const std::function<void()>& action)
+{
+    bench->setScenario(Bench::board("KS-Dev A", "selected = true") +
+                       bench->hold("board set force_bit"));
+    panel->getEngine()->refreshTamsaMap();
+    Test::when(
+        panel->getWindow(), [this] { return bench->count("board set force_bit on") == 1; },
+        [&] {
+            action();
+            bench->release();
+        });
+    panel->getEngine()->setForceBit(true);
+}
+
+void TestWindowFurniture::theConsoleIsSavedWithoutHoldingUpAVerdict()
+{
+    waitForTheBoardAnd([this] { findAction("Save the console")->trigger(); });
+    auto* const dialog = panel->find<QFileDialog>();
+    QVERIFY(dialog != nullptr && dialog->isVisible());
+    QMetaObject::invokeMethod(dialog, "accept");
+    QTRY_VERIFY(bench->readFile("console.txt").contains("Force bit successfully set to on\n"));
+    QTRY_VERIFY(panel->find<QFileDialog>() == nullptr);
+}
+
+void TestWindowFurniture::theMenuOfTheConsoleHoldsUpNoVerdict()
+{
+    const ConsoleRecorder recorder;
+    auto* const text = panel->find<Zandu::ConsoleWidget>()->findChild<QPlainTextEdit*>();
+    waitForTheBoardAnd([text] { emit text->customContextMenuRequested(QPoint(20, 20)); });
+    QVERIFY(recorder.contains("Force bit successfully set to on"));
+    const QPointer<QWidget> menu = QApplication::activePopupWidget();
+    QVERIFY(menu);
+    menu->close();
+    QTRY_VERIFY(!menu);
 }
 
 void TestWindowFurniture::openUrl(const QUrl& url)

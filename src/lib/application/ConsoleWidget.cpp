@@ -187,12 +187,14 @@ void ConsoleWidget::selectAll()
 
 void ConsoleWidget::save()
 {
-    const QString path = QFileDialog::getSaveFileName(
-        this, tr("Save the console"), QDir::current().filePath(QStringLiteral("console.txt")),
-        tr("Text files (*.txt);;All files (*)"));
-    if (!path.isEmpty()) {
-        saveTo(path);
-    }
+    // Shown and not waited for: whoever waits for the board tool goes on in the meantime.
+    auto* dialog = new QFileDialog(this, tr("Save the console"), QDir::currentPath());
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setAcceptMode(QFileDialog::AcceptSave);
+    dialog->setNameFilters({tr("Text files (*.txt)"), tr("All files (*)")});
+    dialog->selectFile(QStringLiteral("console.txt"));
+    connect(dialog, &QFileDialog::fileSelected, this, &ConsoleWidget::saveTo);
+    dialog->open();
 }
 
 void ConsoleWidget::clear()
@@ -339,14 +341,16 @@ QToolButton* ConsoleWidget::createButton(QAction* action)
 
 void ConsoleWidget::showContextMenu(const QPoint& place)
 {
-    QMenu menu(this);
-    menu.addActions({copyAction, selectAllAction});
-    menu.addSeparator();
-    menu.addActions({findAction, saveAction, clearAction});
-    menu.addSeparator();
-    menu.addMenu(filterMenu);
-    menu.addMenu(optionsMenu);
-    menu.exec(view->viewport()->mapToGlobal(place));
+    // Not waited for either.
+    auto* menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->addActions({copyAction, selectAllAction});
+    menu->addSeparator();
+    menu->addActions({findAction, saveAction, clearAction});
+    menu->addSeparator();
+    menu->addMenu(filterMenu);
+    menu->addMenu(optionsMenu);
+    menu->popup(view->viewport()->mapToGlobal(place));
 }
 
 /// The button tells what is left out.
