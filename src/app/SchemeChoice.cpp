@@ -3,8 +3,10 @@
 #include <QApplication>
 #include <QEvent>
 #include <QMetaEnum>
+#include <QPointer>
 #include <QScopedValueRollback>
 #include <QSettings>
+#include <QVector>
 #include <QWidget>
 
 namespace Kestoboard
@@ -22,6 +24,34 @@ QMetaEnum getNames()
 {
     return QMetaEnum::fromType<SchemeChoice::Choice>();
 }
+
+/// Keeps the focus of every window where it is: the buttons of a dialog are laid out anew by
+/// another style, and lose it.
+class FocusKeeper
+{
+public:
+    FocusKeeper()
+    {
+        for (const QWidget* const window : QApplication::topLevelWidgets()) {
+            if (window->focusWidget() != nullptr) {
+                focused += window->focusWidget();
+            }
+        }
+    }
+    ~FocusKeeper()
+    {
+        for (const QPointer<QWidget>& widget : qAsConst(focused)) {
+            if (widget && widget->window()->focusWidget() != widget) {
+                widget->setFocus();
+            }
+        }
+    }
+    FocusKeeper(const FocusKeeper&) = delete;
+    FocusKeeper& operator=(const FocusKeeper&) = delete;
+
+private:
+    QVector<QPointer<QWidget>> focused;
+};
 
 } // namespace
 
@@ -64,6 +94,7 @@ void SchemeChoice::prepare()
 void SchemeChoice::show()
 {
     const QScopedValueRollback<bool> showing(isShowing, true);
+    const FocusKeeper focus;
     chooseScheme();
     Orvex::theme->applyColors();
     if (look == Look::All) {

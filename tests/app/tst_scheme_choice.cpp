@@ -2,12 +2,15 @@
 
 #include "app/SchemeChoice.h"
 
+#include "app/LastWordsDialog.h"
+#include "app/Shutdown.h"
 #include "support/Server.h"
 #include "support/TestMain.h"
 
 #include <QDBusConnection>
 #include <QDBusVariant>
 #include <QFile>
+#include <QMessageBox>
 #include <QSettings>
 #include <QStyleFactory>
 #include <QTemporaryDir>
@@ -143,6 +146,7 @@ private slots:
     void theDesktopsPaletteIsFollowed();
     void aForeignPaletteDoesNotStay_data();
     void aForeignPaletteDoesNotStay();
+    void theFocusStaysWhereItIs();
     void withoutABusThePaletteCounts();
 
 private:
@@ -305,6 +309,24 @@ void TestSchemeChoice::aForeignPaletteDoesNotStay()
     QApplication::setPalette(getPalette(Scheme::Dark));
     QVERIFY(!isShown(Scheme::Light));
     QTRY_VERIFY(isShown(Scheme::Light));
+}
+
+void TestSchemeChoice::theFocusStaysWhereItIs()
+{
+    SchemeChoice schemes;
+    schemes.choose(SchemeChoice::Choice::Light);
+    Kestoboard::LastWordsDialog dialog("the last line\n");
+    const QScopedPointer<QMessageBox> question(Kestoboard::Shutdown::makeQuestion(nullptr));
+    for (QDialog* const shown : std::initializer_list<QDialog*>{&dialog, question.data()}) {
+        shown->show();
+        QVERIFY(QTest::qWaitForWindowActive(shown));
+        const QString focused = shown->focusWidget()->objectName();
+        schemes.choose(SchemeChoice::Choice::Dark);
+        QCOMPARE(shown->focusWidget()->objectName(), focused);
+        schemes.choose(SchemeChoice::Choice::Light);
+        QCOMPARE(shown->focusWidget()->objectName(), focused);
+        QVERIFY(focused == "startAgainButton" || focused == "stayButton");
+    }
 }
 
 void TestSchemeChoice::withoutABusThePaletteCounts()
