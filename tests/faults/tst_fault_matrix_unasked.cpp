@@ -28,8 +28,8 @@ const char transcript[] = "ksbase.log";
 const char found[] = "Using ksbase2 found in: ";
 const char launched[] = "Kestoboard succesfully launched";
 
-/// The largest answer that a search gives: a single line, which the console shows.
-const int largeLine = 300'000;
+/// The very large answer of a search: a single line, which the console shows.
+const int largeLine = 1'000'000;
 
 /// What the engine allows a tool to end by itself.
 const int toolEndTime = 3'000;

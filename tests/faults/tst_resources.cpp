@@ -13,6 +13,7 @@
 #include <QTreeView>
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <csignal>
 #include <dlfcn.h>
@@ -38,17 +39,18 @@ const QString noMeans = "E: No command can be sent: the system gives no thread f
 /// While it is set, no thread can be started.
 bool hasNoThreads = false;
 
-/// The file that is on the full disk; 0 while no disk is full. Of all files that have that number
-/// the test writes this one only.
-ino_t fileOnFullDisk = 0;
-/// How many bytes it takes before it is full.
-std::size_t roomOnDisk = 0;
+/// The disk that is full and the file on it, by their numbers; no file while it is 0. Every thread
+/// writes.
+std::atomic<dev_t> fullDisk{0};
+std::atomic<ino_t> fileOnFullDisk{0};
+/// How many bytes that disk takes before it is full.
+std::atomic<std::size_t> roomOnDisk{0};
 
 bool isOnFullDisk(int descriptor)
 {
     struct stat status {
     };
-    return fileOnFullDisk != 0 && fstat(descriptor, &status) == 0 &&
+    return fileOnFullDisk != 0 && fstat(descriptor, &status) == 0 && status.st_dev == fullDisk &&
            status.st_ino == fileOnFullDisk;
 }
 
@@ -62,6 +64,7 @@ public:
         };
         stat(path, &status);
         roomOnDisk = room;
+        fullDisk = status.st_dev;
         fileOnFullDisk = status.st_ino;
     }
     ~FullDisk() { fileOnFullDisk = 0; }
@@ -93,7 +96,7 @@ extern "C" __attribute__((visibility("default"))) ssize_t write(int descriptor, 
         errno = ENOSPC;
         return -1;
     }
-    const ssize_t written = writeBytes(descriptor, bytes, std::min(size, roomOnDisk));
+    const ssize_t written = writeBytes(descriptor, bytes, std::min(size, roomOnDisk.load()));
     roomOnDisk -= static_cast<std::size_t>(std::max<ssize_t>(written, 0));
     return written;
 }
