@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QProcess>
 
+#include <cstdio>
 #include <fstream>
 #include <memory>
 
@@ -148,16 +149,18 @@ void TestSurroundings::setLocale(const QString& locale)
     if (locale != latin) {
         return;
     }
+    // By its whole path: a mere name is one among the system's own.
     QProcess maker;
-    maker.start("localedef", {"--no-archive", "-i", "en_US", "-f", "ISO-8859-1", latin});
+    maker.start("localedef",
+                {"--no-archive", "-i", "en_US", "-f", "ISO-8859-1", bench->getPath(latin)});
     QVERIFY(maker.waitForFinished(-1));
     QVERIFY2(maker.exitCode() == 0, maker.readAllStandardError());
-    program->setVariable("LOCPATH", QDir::currentPath());
+    program->setVariable("LOCPATH", bench->getPath({}));
 
     // It is one that the system takes.
     Program asker;
     asker.setVariable("LC_ALL", locale);
-    asker.setVariable("LOCPATH", QDir::currentPath());
+    asker.setVariable("LOCPATH", bench->getPath({}));
     asker.setPath("/usr/bin/locale");
     QVERIFY(asker.run({"charmap"}));
     QCOMPARE(asker.getOutput(), QString("ISO-8859-1\n"));
@@ -178,7 +181,11 @@ void TestSurroundings::aNameThatIsNoTextIsRefused()
     const QByteArray file = QFile::encodeName(QDir::currentPath()) + "/entw\xfcrfe.ksb";
     QVERIFY(std::ofstream(file.constData()) << "content");
     program->setPath("/bin/sh");
-    QVERIFY(program->run({"-c", "exec \"$0\" ./entw*rfe.ksb", Program::getPanelPath()}));
+    const bool hasEnded =
+        program->run({"-c", "exec \"$0\" ./entw*rfe.ksb", Program::getPanelPath()});
+    // The toolkit cannot remove it either.
+    QVERIFY(std::remove(file.constData()) == 0);
+    QVERIFY(hasEnded);
     QCOMPARE(program->getStatus(), 1);
     const QString said = program->getErrors();
     QVERIFY2(said.contains("There is no file \""), qPrintable(said));
