@@ -2,6 +2,7 @@
 
 import dataclasses
 import json
+import math
 import os
 import pathlib
 import shutil
@@ -31,17 +32,33 @@ class Contestant:
     #: Keep it, and all that it starts, on one core.
     one_core: bool = False
     environment: dict = dataclasses.field(default_factory=dict)
+    #: Figures that must be just so in every run, such as the size of a reply: else it did not do
+    #: what it is compared for.
+    expected: dict = dataclasses.field(default_factory=dict)
+
+
+class Figures(dict):
+    """Figures by their names. A name that the contestant has not printed is its failure."""
+
+    def __init__(self, contestant, values):
+        super().__init__(values)
+        self._contestant = contestant
+
+    def __missing__(self, name):
+        raise ContestantFailed(f"{self._contestant} printed no '{name}'.")
 
 
 class Workshop:
     """The surroundings of the contestants of a run: build tree, sizes, and a place to work in."""
 
     def __init__(self, tree, build, rounds=None, quick=False):
-        self.tree = pathlib.Path(tree)
-        self.build = pathlib.Path(build)
+        self.tree = pathlib.Path(tree).resolve()
+        # Contestants run in directories of their own, where a relative path means something else.
+        self.build = pathlib.Path(build).resolve()
         self.quick = quick
         self._rounds = rounds
         self._place = None
+        self._rounds_taken = set()
 
     def __enter__(self):
         self._place = pathlib.Path(tempfile.mkdtemp(prefix="kestoboard-bench-"))
@@ -74,11 +91,22 @@ class Workshop:
         They take turns, and every second round goes the other way round, so that whatever the
         machine does besides meets all of them alike.
         """
+        rounds = rounds or self.rounds()
+        self.note_rounds(rounds)
         figures = {contestant.name: [] for contestant in contestants}
-        for number in range(rounds or self.rounds()):
+        for number in range(rounds):
             for contestant in contestants[::-1] if number % 2 else contestants:
                 figures[contestant.name].append(self.run(contestant))
-        return {name: _get_medians(runs) for name, runs in figures.items()}
+        return {name: get_medians(name, runs) for name, runs in figures.items()}
+
+    def note_rounds(self, rounds):
+        """For a question that has its contestants run in a way of its own."""
+        self._rounds_taken.add(rounds)
+
+    def take_rounds(self):
+        """The numbers of rounds since this was asked last, in order."""
+        taken, self._rounds_taken = sorted(self._rounds_taken), set()
+        return taken
 
     def run(self, contestant):
         """What one run of the contestant prints."""
@@ -103,7 +131,12 @@ class Workshop:
         if ended.returncode != 0 or not lines:
             raise ContestantFailed(
                 f"{contestant.name} ended with status {ended.returncode}:\n{ended.stdout}{ended.stderr}")
-        return json.loads(lines[-1])
+        figures = _read_figures(contestant.name, lines[-1])
+        for name, value in contestant.expected.items():
+            if figures[name] != value:
+                raise ContestantFailed(
+                    f"{contestant.name} printed {figures[name]:g} for '{name}' instead of {value:g}.")
+        return figures
 
     def _get_environment(self, place, contestant):
         environment = {
@@ -124,5 +157,21 @@ def _stay_on_one_core():
     os.sched_setaffinity(0, {max(os.sched_getaffinity(0))})
 
 
-def _get_medians(runs):
-    return {figure: statistics.median(run[figure] for run in runs) for figure in runs[0]}
+def _read_figures(name, line):
+    try:
+        values = json.loads(line)
+    except ValueError:
+        values = None
+    if not isinstance(values, dict) or not all(_is_number(value) for value in values.values()):
+        raise ContestantFailed(f"{name} ended with a line that is no object of numbers:\n{line}")
+    return Figures(name, values)
+
+
+def _is_number(value):
+    return isinstance(value, (int, float)) and not isinstance(value, bool) and math.isfinite(value)
+
+
+def get_medians(name, runs):
+    """The medians of what a contestant printed in its runs."""
+    return Figures(name, {figure: statistics.median(run[figure] for run in runs)
+                          for figure in runs[0]})

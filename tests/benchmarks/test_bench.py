@@ -52,6 +52,38 @@ class Contests(unittest.TestCase):
         with self.assertRaisesRegex(workshop.ContestantFailed, "the missing one"):
             self.shop.run(missing)
 
+    def printing(self, line, **more):
+        return workshop.Contestant("the printing one", (sys.executable, "-c", f"print('{line}')"),
+                                   **more)
+
+    def test_aLastLineWithoutFiguresIsAFailure(self):
+        for line in ("no figures", "[1]", "1", '{"us": "fast"}', '{"us": null}', '{"us": NaN}'):
+            with self.assertRaisesRegex(workshop.ContestantFailed, "the printing one.*no object"):
+                self.shop.run(self.printing(line))
+
+    def test_aFigureThatIsMissingIsAFailure(self):
+        medians = self.shop.contest([self.printing('{"us": 1}')], rounds=1)
+        with self.assertRaisesRegex(workshop.ContestantFailed, "the printing one.*'ms'"):
+            _ = medians["the printing one"]["ms"]
+
+    def test_aFigureThatMustBeJustSoIsLookedAtInEveryRun(self):
+        self.shop.run(self.printing('{"bytes": 21.0}', expected={"bytes": 21}))
+        with self.assertRaisesRegex(workshop.ContestantFailed, "20 for 'bytes' instead of 21"):
+            self.shop.run(self.printing('{"bytes": 20}', expected={"bytes": 21}))
+        with self.assertRaisesRegex(workshop.ContestantFailed, "printed no 'bytes'"):
+            self.shop.run(self.printing('{"us": 20}', expected={"bytes": 21}))
+
+    def test_aBuildTreeMayBeNamedFromHere(self):
+        here = workshop.Workshop(context.TREE, "build/elsewhere")
+        self.assertEqual(here.program("one"), str(pathlib.Path.cwd() / "build/elsewhere/benchmarks/one"))
+
+    def test_theRoundsThatWereTakenAreKnown(self):
+        self.shop.contest([self.counting("a")], rounds=3)
+        self.shop.contest([self.counting("a")], rounds=1)
+        self.shop.contest([self.counting("a")], rounds=3)
+        self.assertEqual(self.shop.take_rounds(), [1, 3])
+        self.assertEqual(self.shop.take_rounds(), [])
+
     def test_aTrialIsSmallAndRunsOnce(self):
         self.assertEqual((self.shop.size(1000, 10), self.shop.rounds()), (1000, 9))
         trial = workshop.Workshop(context.TREE, self.place, quick=True)
