@@ -4,6 +4,7 @@
 #include "Arguments.h"
 #include "Figures.h"
 #include "Panel.h"
+#include "Require.h"
 #include "Stopwatch.h"
 
 #include <Board/KSBaseHandler.h>
@@ -44,7 +45,9 @@ double measureMembership(const Orvex::Collection<Board::Tamsa*>& known, long pas
     for (long pass = 0; pass < passes; ++pass) {
         absent += countAbsent(known, listed);
     }
-    return absent == 0 ? watch.getMicroseconds() / static_cast<double>(passes) : -1;
+    const double microseconds = watch.getMicroseconds();
+    Bench::require(absent == 0, "each board is found among those listed");
+    return microseconds / static_cast<double>(passes);
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "Arguments.h"
 #include "Figures.h"
 #include "Panel.h"
+#include "Require.h"
 #include "Stopwatch.h"
 
 #include <Board/CommandHandler.h>
@@ -37,7 +38,9 @@ double measureWalk(Board::KSBaseHandler* engine)
     for (int number = 0; number < walks; ++number) {
         isEmpty = engine->getCommandHandlers().getPendings().isEmpty() && isEmpty;
     }
-    return isEmpty ? watch.getMicroseconds() / walks : -1;
+    const double microseconds = watch.getMicroseconds();
+    Bench::require(isEmpty, "no command is pending any more");
+    return microseconds / walks;
 }
 
 /// One command while no other is alive.

@@ -4,6 +4,7 @@
 // Usage: worker_costs COUNT
 #include "Arguments.h"
 #include "Figures.h"
+#include "Require.h"
 #include "Stopwatch.h"
 
 #include <Board/WorkerEventDispatcher.h>
@@ -60,7 +61,8 @@ double measureHop(long count)
     thread.start();
     loop.exec();
     thread.wait();
-    return served == count ? microseconds / static_cast<double>(count) : -1;
+    Bench::require(served == count, "each call is served");
+    return microseconds / static_cast<double>(count);
 }
 
 } // namespace
