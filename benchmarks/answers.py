@@ -34,6 +34,11 @@ class Row:
         return "reached" if self.better is None or self.figure > self.better else "better"
 
 
+def to_megabytes(kilobytes):
+    """From what the system calls kilobytes, 1,024 bytes each, to millions of bytes."""
+    return kilobytes * 1024 / 1_000_000
+
+
 def ratio(what, name, value, other_name, other_value, unit, limit=None, better=None):
     """A row whose figure is the ratio of two medians of one unit."""
     raw = (Raw(name, value, unit), Raw(other_name, other_value, unit))

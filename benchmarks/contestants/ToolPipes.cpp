@@ -1,8 +1,7 @@
 #include "ToolPipes.h"
 
-#include <array>
+#include <algorithm>
 #include <cstdlib>
-#include <string_view>
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -40,6 +39,9 @@ ToolPipes::ToolPipes()
     , input(-1)
     , output(-1)
     , transcript(std::fopen("ksbase.log", "w"))
+    , reply(nullptr)
+    , size(0)
+    , capacity(0)
 {
     giveUpIf(transcript == nullptr, "ksbase.log");
     int toTool[2];
@@ -73,25 +75,45 @@ ToolPipes::~ToolPipes()
     close(output);
     waitpid(tool, nullptr, 0);
     std::fclose(transcript);
+    dropReply();
 }
 
-const std::string& ToolPipes::exchange(const std::string& command)
+std::string_view ToolPipes::exchange(const std::string& command)
 {
     const std::string line = command + '\n';
     log((">" + line).data(), line.size() + 1);
     giveUpIf(write(input, line.data(), line.size()) != static_cast<ssize_t>(line.size()), "write");
-    reply.clear();
-    std::array<char, pieceSize> piece;
+    // Each reply gets memory of its own, as the panel's do.
+    dropReply();
     std::size_t searched = 0;
     do {
-        const ssize_t count = read(output, piece.data(), piece.size());
-        giveUpIf(count <= 0, "read");
-        log(piece.data(), static_cast<std::size_t>(count));
         // A mark may have begun in the piece before.
-        searched = reply.size() < success.size() ? 0 : reply.size() - success.size();
-        reply.append(piece.data(), static_cast<std::size_t>(count));
-    } while (!hasMark(std::string_view(reply).substr(searched)));
-    return reply;
+        searched = size < success.size() ? 0 : size - success.size();
+        takePiece();
+    } while (!hasMark(std::string_view(reply, size).substr(searched)));
+    return std::string_view(reply, size);
+}
+
+void ToolPipes::takePiece()
+{
+    if (capacity - size < pieceSize) {
+        capacity = std::max(2 * capacity, pieceSize);
+        // Large memory is moved by the system without copying a byte.
+        reply = static_cast<char*>(std::realloc(reply, capacity));
+        giveUpIf(reply == nullptr, "realloc");
+    }
+    const ssize_t count = read(output, reply + size, pieceSize);
+    giveUpIf(count <= 0, "read");
+    log(reply + size, static_cast<std::size_t>(count));
+    size += static_cast<std::size_t>(count);
+}
+
+void ToolPipes::dropReply()
+{
+    std::free(reply);
+    reply = nullptr;
+    size = 0;
+    capacity = 0;
 }
 
 void ToolPipes::log(const char* bytes, std::size_t count)

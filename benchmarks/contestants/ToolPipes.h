@@ -3,6 +3,7 @@
 
 #include <cstdio>
 #include <string>
+#include <string_view>
 
 #include <sys/types.h>
 
@@ -25,17 +26,21 @@ public:
     ToolPipes& operator=(const ToolPipes&) = delete;
 
     /// Sends a command and returns when its whole reply is in; valid until the next one.
-    const std::string& exchange(const std::string& command);
+    std::string_view exchange(const std::string& command);
 
 private:
     void start(int toTool[2], int fromTool[2]);
+    void takePiece();
+    void dropReply();
     void log(const char* bytes, std::size_t count);
 
     pid_t tool;
     int input;
     int output;
     std::FILE* transcript;
-    std::string reply;
+    char* reply;
+    std::size_t size;
+    std::size_t capacity;
 };
 
 } // namespace Bench

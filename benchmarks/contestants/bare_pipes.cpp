@@ -13,10 +13,12 @@ int main(int argc, char** argv)
     const std::string command = arguments.getText(1);
 
     Bench::ToolPipes tool;
+    // As engine_exchange does it: what is measured has not been sent before.
+    tool.exchange("board get mode");
     for (int index = 2; index < arguments.getCount(); ++index) {
         tool.exchange(arguments.getText(index));
     }
-    std::size_t size = tool.exchange(command).size();
+    std::size_t size = 0;
     const Bench::Stopwatch watch;
     for (long number = 0; number < count; ++number) {
         size = tool.exchange(command).size();

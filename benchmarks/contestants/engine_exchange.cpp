@@ -1,6 +1,6 @@
 // Runs a command a number of times through the engine, as whoever uses the panel's engine does.
 //
-// Usage: engine_exchange COUNT COMMAND
+// Usage: engine_exchange COUNT COMMAND [COMMAND THAT IS SENT FIRST]...
 #include "Arguments.h"
 #include "Figures.h"
 #include "Panel.h"
@@ -14,7 +14,11 @@ int main(int argc, char** argv)
     const long count = arguments.getNumber(0);
     const std::string command = arguments.getText(1);
 
-    std::size_t size = panel.exchange("board get mode");
+    panel.exchange("board get mode");
+    for (int index = 2; index < arguments.getCount(); ++index) {
+        panel.exchange(arguments.getText(index));
+    }
+    std::size_t size = 0;
     Bench::StallMeter stall;
     const Bench::Stopwatch watch;
     for (long number = 0; number < count; ++number) {

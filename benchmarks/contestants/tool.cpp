@@ -2,6 +2,7 @@
 //
 // Everything is answered with OK, but for these:
 //   large N     N bytes stand before the end mark
+//   prepare N   makes the reply to large N, without sending it
 //   board list  the listing of the boards: none at the start
 //   board get force_bit  that it is not set
 //   boards N    from now on there are N boards
@@ -86,6 +87,10 @@ private:
         if (const long bytes = getNumberAfter("large ", command); bytes >= 0) {
             return getLarge(bytes);
         }
+        if (const long bytes = getNumberAfter("prepare ", command); bytes >= 0) {
+            getLarge(bytes);
+            return plain;
+        }
         if (const long boards = getNumberAfter("boards ", command); boards >= 0) {
             listing = makeListing(boards);
         } else if (const long time = getNumberAfter("delay ", command); time >= 0) {
@@ -94,7 +99,7 @@ private:
         return plain;
     }
 
-    // Made once: how long that takes is nobody's question.
+    // Kept, so that it can be made before anything is measured.
     const std::string& getLarge(long bytes)
     {
         if (largeSize != bytes) {
