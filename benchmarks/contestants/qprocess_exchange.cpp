@@ -74,12 +74,15 @@ int main(int argc, char** argv)
     const QByteArray command = QByteArray::fromStdString(arguments.getText(1));
 
     Client client;
-    client.exchange(command);
+    int size = client.exchange(command);
     const Bench::Stopwatch watch;
     for (long number = 0; number < count; ++number) {
-        client.exchange(command);
+        size = client.exchange(command);
     }
-    Bench::Figures().add("us", watch.getMicroseconds() / static_cast<double>(count)).print();
+    Bench::Figures()
+        .add("us", watch.getMicroseconds() / static_cast<double>(count))
+        .add("bytes", size)
+        .print();
 }
 
 #include "qprocess_exchange.moc"
