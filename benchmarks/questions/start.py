@@ -4,14 +4,12 @@ import contextlib
 import os
 import subprocess
 
-from answers import ratio
+from answers import ratio, to_megabytes
 from workshop import Contestant, ContestantFailed
 
 TITLE = "Start"
 ORDER = 60
 BY_DEFAULT = True
-
-KILOBYTES_PER_MEGABYTE = 1000 * 1000 / 1024
 
 
 def answer(shop):
@@ -22,7 +20,7 @@ def answer(shop):
         shown = contest(shop, {"QT_QPA_PLATFORM": "xcb", "DISPLAY": display})
     rows.append(compare("first paint under Xvfb", shown))
     for what, medians in (("without a display", offscreen), ("under Xvfb", shown)):
-        panel, window = (medians[name]["resident_kb"] / KILOBYTES_PER_MEGABYTE
+        panel, window = (to_megabytes(medians[name]["resident_kb"])
                          for name in ("panel", "window"))
         rows.append(ratio(f"resident memory {what}", "panel", panel, "window", window,
                           "MB", 1.6, 1.3))
@@ -50,6 +48,7 @@ def run_display():
             ["Xvfb", "-displayfd", str(writing), "-screen", "0", "1280x1024x24", "-nolisten", "tcp"],
             pass_fds=(writing,), stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
     except OSError as failure:
+        os.close(reading)
         raise ContestantFailed(f"Xvfb: {failure}") from failure
     finally:
         os.close(writing)
