@@ -1,5 +1,7 @@
 #include "StallMeter.h"
 
+#include <QEventLoop>
+
 namespace Bench
 {
 
@@ -7,6 +9,8 @@ namespace
 {
 
 const int periodMilliseconds = 1;
+/// Far above the few milliseconds that the toolkit waits until it paints.
+const int settlingMilliseconds = 200;
 const double nanosecondsPerMillisecond = 1e6;
 
 } // namespace
@@ -18,6 +22,13 @@ StallMeter::StallMeter()
     connect(&timer, &QTimer::timeout, this, &StallMeter::look);
     timer.start(periodMilliseconds);
     sinceLook.start();
+}
+
+void StallMeter::settle()
+{
+    QEventLoop loop;
+    QTimer::singleShot(settlingMilliseconds, &loop, &QEventLoop::quit);
+    loop.exec();
 }
 
 double StallMeter::getLongestMilliseconds() const

@@ -17,6 +17,9 @@ class StallMeter : public QObject
 public:
     StallMeter();
 
+    /// Serves events for a moment longer: what the work before has left to later turns, above all
+    /// to paint what has changed, counts too.
+    void settle();
     /// The longest stall so far, the one that may be under way included.
     double getLongestMilliseconds() const;
 

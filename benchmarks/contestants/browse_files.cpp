@@ -2,6 +2,7 @@
 //
 // Usage: browse_files COUNT
 #include "Arguments.h"
+#include "EmptyFile.h"
 #include "Figures.h"
 #include "StallMeter.h"
 #include "Stopwatch.h"
@@ -11,16 +12,14 @@
 
 #include <QApplication>
 #include <QDir>
-#include <QFile>
 #include <QTreeView>
 
 namespace
 {
 
-void makeFile(long number)
+void makeDesign(long number)
 {
-    QFile file(QStringLiteral("files/design_%1.ksb").arg(number));
-    file.open(QIODevice::WriteOnly);
+    Bench::makeFile(QStringLiteral("files/design_%1.ksb").arg(number));
 }
 
 void waitForRows(const QTreeView& tree, long count)
@@ -41,7 +40,7 @@ int main(int argc, char** argv)
     Orvex::theme = &theme;
     QDir().mkdir(QStringLiteral("files"));
     for (long number = 0; number < count; ++number) {
-        makeFile(number);
+        makeDesign(number);
     }
 
     Zandu::FileSystemBrowser browser(QStringLiteral("."), QDir::AllDirs | QDir::Files,
@@ -52,15 +51,17 @@ int main(int argc, char** argv)
     waitForRows(*tree, 1);
 
     const Bench::Stopwatch watch;
-    const Bench::StallMeter opening;
+    Bench::StallMeter opening;
     browser.open(QStringLiteral("files"));
     waitForRows(*tree, count);
     const double opened = watch.getMilliseconds();
+    opening.settle();
     const double openingStall = opening.getLongestMilliseconds();
 
-    const Bench::StallMeter changing;
-    makeFile(count);
+    Bench::StallMeter changing;
+    makeDesign(count);
     waitForRows(*tree, count + 1);
+    changing.settle();
     Bench::Figures()
         .add("ms", opened)
         .add("stall_ms", openingStall)
