@@ -1,9 +1,12 @@
-// Puts as many lines at once into a plain text field of the toolkit.
+// Puts many lines at once into a plain text field of the toolkit, which keeps as many as the
+// console.
 //
 // Usage: plain_lines COUNT
 #include "Arguments.h"
 #include "Figures.h"
 #include "Stopwatch.h"
+
+#include <application/ConsoleView.h>
 
 #include <QApplication>
 #include <QPlainTextEdit>
@@ -15,6 +18,7 @@ int main(int argc, char** argv)
     QPlainTextEdit view;
     view.setReadOnly(true);
     view.setUndoRedoEnabled(false);
+    view.setMaximumBlockCount(Zandu::ConsoleView::defaultLineLimit);
     view.resize(800, 300);
     view.show();
     QCoreApplication::processEvents();
