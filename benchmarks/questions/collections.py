@@ -15,8 +15,11 @@ def answer(shop):
 
 
 def walk(shop, count, walks):
+    # The elements count from nought, and each walk adds all of them up.
+    total = walks * count * (count - 1) // 2
     medians = shop.contest([
-        Contestant(kind, (shop.program("collections"), kind, str(count), str(walks)), one_core=True)
+        Contestant(kind, (shop.program("collections"), kind, str(count), str(walks)), one_core=True,
+                   expected={"sum": total})
         for kind in ("plain", *VIEWS)
     ])
     return [ratio(f"{count:,} elements, {kind}, plain loop", kind, medians[kind]["ns"],
