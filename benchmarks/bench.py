@@ -1,7 +1,9 @@
 """The command line of the benchmarks: chooses questions, runs them, and says and keeps the answers."""
 
 import argparse
+import dataclasses
 import datetime
+import os
 import pathlib
 import sys
 import time
@@ -31,6 +33,7 @@ def parse_command_line(arguments, questions):
         description=DESCRIPTION,
         epilog="Questions:\n" + describe_questions(questions),
         formatter_class=argparse.RawDescriptionHelpFormatter,
+        allow_abbrev=False,
     )
     parser.add_argument("question", nargs="*", metavar="QUESTION", help="ask this one, see below")
     parser.add_argument("--rounds", type=int, metavar="N", help="measure N times in turn (9)")
@@ -42,16 +45,30 @@ def parse_command_line(arguments, questions):
                         help="hold the answers against a file of benchmarks/history")
     parser.add_argument("--list", action="store_true", help="name the questions, and ask none")
     parser.add_argument("--build", type=pathlib.Path, default=TREE / "build" / "bench",
-                        metavar="DIR", help="the build tree (build/bench)")
+                        metavar="DIR", help="measure what is built there (build/bench)")
+    parser.add_argument("--check", action="store_true", help=argparse.SUPPRESS)
     options = parser.parse_args(arguments)
+    check(options, questions, parser)
+    options.former = read_former(options.against, parser)
+    return options
+
+
+def check(options, questions, parser):
     unknown = sorted(set(options.question) - set(questions))
     if unknown:
         parser.error(f"There is no question '{unknown[0]}', so name one of: {' '.join(questions)}.")
     if options.rounds is not None and options.rounds < 1:
         parser.error("At least one round is needed.")
-    if options.against is not None and not options.against.is_file():
-        parser.error(f"There is no file '{options.against}', so name one of {HISTORY}.")
-    return options
+    if options.quick and (options.against is not None or options.write):
+        parser.error("A trial (--quick) has no figures to keep or to compare.")
+
+
+def read_former(path, parser):
+    """The record that the answers are held against, or None. A bad file ends the program."""
+    try:
+        return None if path is None else history.read(path)
+    except history.UnreadableRecord as failure:
+        return parser.exit(2, f"./bench: {failure} Name one of {HISTORY}.\n")
 
 
 def describe_questions(questions):
@@ -63,10 +80,14 @@ def describe_questions(questions):
 
 
 def ask(chosen, shop):
-    """The answers by the names of the questions. What fails is told, and the others go on."""
-    answers, failed = {}, []
+    """Answers and circumstances by the names of the questions, and the names of those that failed.
+
+    What fails is told, and the others go on.
+    """
+    answers, circumstances, failed = {}, {}, []
     for name, question in chosen.items():
-        began = time.monotonic()
+        began, load = time.monotonic(), os.getloadavg()[0]
+        shop.take_rounds()
         print(f"\n## {question.TITLE}", flush=True)
         try:
             rows = question.answer(shop)
@@ -74,10 +95,16 @@ def ask(chosen, shop):
             print(f"{name}: {failure}", file=sys.stderr, flush=True)
             failed.append(name)
             continue
-        answers[name] = rows
-        print(report.make_table(rows))
+        answers[name] = [without_bounds(row) for row in rows] if shop.quick else rows
+        circumstances[name] = history.Circumstances(shop.take_rounds(), load)
+        print(report.make_table(answers[name]))
         print(f"({time.monotonic() - began:.0f} s)", flush=True)
-    return answers, failed
+    return answers, circumstances, failed
+
+
+def without_bounds(row):
+    """The bounds are for the full sizes: in a trial they would say nothing."""
+    return dataclasses.replace(row, limit=None, better=None)
 
 
 def main(arguments):
@@ -85,22 +112,25 @@ def main(arguments):
     options = parse_command_line(arguments, questions)
     if options.list:
         print(describe_questions(questions))
+    if options.list or options.check:
         return 0
 
-    names = options.question or [name for name, asked in questions.items() if asked.BY_DEFAULT]
-    former = history.read(options.against) if options.against else None
+    by_default = [name for name, asked in questions.items() if asked.BY_DEFAULT]
+    names = options.question or by_default
     now = datetime.datetime.now()
     surroundings = machine.describe(TREE, options.build)
     with workshop.Workshop(TREE, options.build, options.rounds, options.quick) as shop:
-        answers, failed = ask({name: questions[name] for name in names}, shop)
+        answers, circumstances, failed = ask({name: questions[name] for name in names}, shop)
 
-    if former is not None:
+    if options.former is not None:
         print("\n## Against " + options.against.name)
-        print(report.make_comparison(former.answers, answers))
+        print(report.make_comparison(options.former, answers, names))
     if answers and not options.quick and (options.write or not options.question):
-        record = history.Record(now.strftime("%Y-%m-%d %H:%M"), surroundings, answers)
+        record = history.Record(now.strftime("%Y-%m-%d %H:%M"), surroundings, answers,
+                                circumstances)
         kept = history.write(HISTORY, record)
-        report.rewrite(DOCUMENT, questions, record)
+        report.rewrite(DOCUMENT, questions, record,
+                       is_complete=all(name in answers for name in by_default))
         print(f"\nKept in {kept.relative_to(TREE)} and {DOCUMENT.relative_to(TREE)}.")
     if failed:
         print(f"These questions failed: {' '.join(failed)}.", file=sys.stderr)

@@ -36,19 +36,43 @@ def make_table(rows):
     return "\n".join(lines)
 
 
-def make_comparison(former, answers):
-    """A table of the figures that both have, with the change; a notable one to the worse is bold."""
+def make_comparison(former, answers, asked):
+    """What the former record is, and the figures that both have for the questions that were asked.
+
+    A notable change to the worse is bold. What only one of them has is listed below.
+    """
+    before = _collect(former.answers, asked)
+    now = _collect(answers, asked)
     lines = ["| | before | now | change |", "| --- | ---: | ---: | ---: |"]
-    for name, rows in answers.items():
-        known = {(row.what, row.unit): row.figure for row in former.get(name, ())}
-        for row in rows:
-            before = known.get((row.what, row.unit))
-            if before is None:
-                continue
-            cells = (f"{name}: {row.what}", format_figure(before, row.unit),
-                     format_figure(row.figure, row.unit), _format_change(before, row.figure))
+    for row, figure in now.items():
+        if row in before:
+            unit = row[1]
+            cells = (row[0], format_figure(before[row], unit), format_figure(figure, unit),
+                     _format_change(before[row], figure))
             lines.append("| " + " | ".join(cells) + " |")
-    return "\n".join(lines) if len(lines) > 2 else "Nothing to compare: no figure is in both."
+    parts = [_introduce(former),
+             "\n".join(lines) if len(lines) > 2 else "Nothing to compare: no figure is in both.",
+             _list_rows("Only before", before.keys() - now.keys(), before),
+             _list_rows("Only now", now.keys() - before.keys(), now)]
+    return "\n\n".join(part for part in parts if part)
+
+
+def _introduce(former):
+    kept = former.machine
+    return "Before: " + ", ".join(filter(None, (
+        former.date, f"commit {kept.get('commit', 'unknown')}",
+        kept.get("processor", "an unknown processor"), former.note))) + "."
+
+
+def _collect(answers, asked):
+    """The figures of the questions by name and unit of their rows, in their order."""
+    return {(f"{name}: {row.what}", row.unit): row.figure
+            for name in asked for row in answers.get(name, ())}
+
+
+def _list_rows(heading, rows, figures):
+    listed = [f"- {row[0]}, {format_figure(figures[row], row[1])}" for row in figures if row in rows]
+    return "\n".join([f"{heading}:", *listed]) if listed else ""
 
 
 def _format_change(before, now):
@@ -59,18 +83,37 @@ def _format_change(before, now):
     return f"**{text}**" if change > NOTABLE_CHANGE else text
 
 
-def rewrite(document, questions, record):
+def rewrite(document, questions, record, is_complete):
     """Puts the tables of the record between their markers in the document.
 
     What stands between "<!-- bench NAME -->" and "<!-- end -->" is replaced, all else is left. A
-    question without markers is not in the document.
+    question without markers is not in the document. The description of the machine is written only
+    with a complete record, since the tables that are left are of the one that it describes.
     """
     text = document.read_text(encoding="utf-8")
-    text = replace_between(text, "machine", _describe(record))
+    if is_complete:
+        text = replace_between(text, "machine", _describe(record))
     for name, rows in record.answers.items():
-        caption = f"{questions[name].TITLE}, {record.date}:" if name in questions else record.date
+        caption = make_caption(questions[name].TITLE, name, record, is_complete)
         text = replace_between(text, name, f"{caption}\n\n{make_table(rows)}")
     document.write_text(text, encoding="utf-8")
+
+
+def make_caption(title, name, record, is_complete):
+    """What stands above a table: of what it is, when it was taken, on what, and how."""
+    parts = [title, record.date, f"commit {record.machine.get('commit', 'unknown')}"]
+    if not is_complete:
+        parts.append(record.machine.get("processor", "an unknown processor"))
+    taken = record.circumstances.get(name)
+    if taken is not None:
+        parts += [f"load {taken.load:.1f}", *_name_rounds(taken.rounds)]
+    return ", ".join(parts) + ":"
+
+
+def _name_rounds(rounds):
+    if not rounds:
+        return []
+    return [" and ".join(map(str, rounds)) + (" round" if rounds == [1] else " rounds")]
 
 
 def replace_between(text, name, content):

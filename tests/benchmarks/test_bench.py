@@ -8,6 +8,7 @@ import unittest
 import context
 import bench
 import workshop
+from answers import Row
 from questions import load_questions
 
 #: Prints the next number of a file beside its working directory, and what it runs on.
@@ -96,13 +97,66 @@ class CommandLine(unittest.TestCase):
         for name in load_questions():
             self.assertEqual(text.count(f"<!-- bench {name} -->\n"), 1, name)
 
-    def test_aMisspeltQuestionIsRefusedWithTheNamesOfAll(self):
+    def refuse(self, *arguments):
+        """What is said to arguments that are refused."""
         said = io.StringIO()
         with contextlib.redirect_stderr(said), self.assertRaises(SystemExit) as end:
-            bench.main(["round-tripp"])
+            bench.main(["--check", *arguments])
         self.assertEqual(end.exception.code, 2)
-        self.assertIn("no question 'round-tripp'", said.getvalue())
-        self.assertIn("round-trip", said.getvalue())
+        return said.getvalue()
+
+    def test_aMisspeltQuestionIsRefusedWithTheNamesOfAll(self):
+        said = self.refuse("round-tripp")
+        self.assertIn("no question 'round-tripp'", said)
+        self.assertIn("queue", said)
+
+    def test_aTrialIsNeitherKeptNorCompared(self):
+        kept = str(sorted(bench.HISTORY.glob("*.json"))[0])
+        self.assertIn("A trial (--quick) has no figures", self.refuse("--quick", "--against", kept))
+        self.assertIn("A trial (--quick) has no figures", self.refuse("--quick", "--write"))
+
+    def test_aFileThatCannotBeComparedIsNamedInASentence(self):
+        said = self.refuse("--against", "no such file")
+        self.assertRegex(said, r"^\./bench: no such file cannot be read: .*\n$")
+
+    def test_argumentsCanBeCheckedWithoutMeasuring(self):
+        said = io.StringIO()
+        with contextlib.redirect_stdout(said):
+            self.assertEqual(bench.main(["--check", "round-trip", "--build", "no/such/tree"]), 0)
+        self.assertEqual(said.getvalue(), "")
+
+
+class Asking(unittest.TestCase):
+    class Question:
+        TITLE = "A title"
+
+        def __init__(self, answer):
+            self.answer = answer
+
+    def ask(self, answer, **options):
+        shop = workshop.Workshop(context.TREE, "build", **options)
+        with contextlib.redirect_stdout(io.StringIO()), contextlib.redirect_stderr(io.StringIO()):
+            return bench.ask({"q": self.Question(answer)}, shop)
+
+    def test_roundsAreKeptWithTheAnswers(self):
+        def answer(shop):
+            shop.note_rounds(5)
+            return [Row("w", 3, "ms", (), 2, 1)]
+
+        answers, circumstances, failed = self.ask(answer)
+        self.assertEqual(answers, {"q": [Row("w", 3, "ms", (), 2, 1)]})
+        self.assertEqual(circumstances["q"].rounds, [5])
+        self.assertEqual(failed, [])
+
+    def test_aTrialHasNoBounds(self):
+        answers, _, _ = self.ask(lambda _: [Row("w", 3, "ms", (), 2, 1)], quick=True)
+        self.assertEqual(answers, {"q": [Row("w", 3, "ms")]})
+
+    def test_aFailureIsTheQuestionsAlone(self):
+        def answer(_):
+            raise workshop.ContestantFailed("no luck")
+
+        self.assertEqual(self.ask(answer), ({}, {}, ["q"]))
 
 
 if __name__ == "__main__":
