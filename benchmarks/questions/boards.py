@@ -74,7 +74,7 @@ def count_commands(boards):
 
 
 def bring_up(shop):
-    many = shop.size(1000, 5)
+    many = shop.size(1000, 20)
     return [measure_bring_up(shop, many, "one core", one_core=True),
             measure_bring_up(shop, max(many // 10, 1), "free", one_core=False)]
 
