@@ -4,6 +4,9 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <filesystem>
+#include <system_error>
+
 namespace Test
 {
 
@@ -67,6 +70,10 @@ Bench::~Bench()
     QDir::setCurrent(formerCurrentPath);
     qputenv("PATH", formerSearchPath);
     qunsetenv(scenarioVariable);
+    // The toolkit would leave a file whose name it cannot read.
+    directory.setAutoRemove(false);
+    std::error_code ignored;
+    std::filesystem::remove_all(QFile::encodeName(directory.path()).toStdString(), ignored);
 }
 
 QString Bench::board(const QString& name, const QString& moreKeys)
