@@ -1,5 +1,6 @@
 #include "app/ReplyVerdict.h"
 
+#include <Board/Replies.h>
 #include <foundation/Encoding.h>
 
 #include <QCoreApplication>
@@ -14,30 +15,48 @@ namespace
 const char successMark[] = "COMMAND SUCCEEDED";
 const char failureMark[] = "COMMAND FAILED";
 
-bool isLoad(const std::string& command)
-{
-    return command.rfind("chip bitstream load ", 0) == 0;
-}
+using Outcome = ReplyVerdict::Outcome;
 
-/// A load is judged by its counters as on the console: it may end with errors and the mark of
-/// success.
-ReplyVerdict::Outcome getLoadOutcome(const std::string& reply)
-{
-    const bool isFaultless = reply.find("Counters: 0 exception(s), 0 read32 timeout(s), "
-                                        "0 32bit word(s) read in error") != std::string::npos;
-    return isFaultless ? ReplyVerdict::Outcome::Succeeded : ReplyVerdict::Outcome::Failed;
-}
+/// How the engine judges the replies to a kind of command, and tells it on the console.
+struct Rule {
+    const char* beginning;
+    bool (*isSuccess)(const std::string& reply);
+};
 
-ReplyVerdict::Outcome getOutcome(const std::string& reply)
+const Rule rules[] = {
+    {"board set mode ", Board::isAccepted},
+    {"board set reset ", Board::isAccepted},
+    {"board set jtag_clock ", Board::isAccepted},
+    {"board set force_bit ", Board::isAccepted},
+    {"board select ", Board::isAccepted},
+    {"chip bitstream err_handler select ", Board::isAccepted},
+    {"board spi flash program ", Board::isFlashProgrammed},
+    {"chip bitstream load ", Board::isBitstreamLoaded},
+};
+
+/// What the engine does not judge has the later of its marks as a verdict.
+Outcome getMarkedOutcome(const std::string& reply)
 {
     const std::size_t success = reply.rfind(successMark);
     const std::size_t failure = reply.rfind(failureMark);
     if (success == std::string::npos && failure == std::string::npos) {
-        return ReplyVerdict::Outcome::Unknown;
+        return Outcome::Unknown;
     }
     const bool isSuccess =
         failure == std::string::npos || (success != std::string::npos && success > failure);
-    return isSuccess ? ReplyVerdict::Outcome::Succeeded : ReplyVerdict::Outcome::Failed;
+    return isSuccess ? Outcome::Succeeded : Outcome::Failed;
+}
+
+Outcome getOutcome(const std::string& command, const std::string& reply)
+{
+    // As typed, a command may begin with blanks, or have many between two words.
+    const std::string words = Board::getSimplified(command);
+    for (const Rule& rule : rules) {
+        if (words.rfind(rule.beginning, 0) == 0) {
+            return rule.isSuccess(reply) ? Outcome::Succeeded : Outcome::Failed;
+        }
+    }
+    return getMarkedOutcome(reply);
 }
 
 /// The line that speaks of an error, or else the last one that says anything.
@@ -87,7 +106,7 @@ QString getHint(const QString& reason)
 ReplyVerdict ReplyVerdict::fromReply(const std::string& command, const std::string& reply)
 {
     ReplyVerdict verdict;
-    verdict.outcome = isLoad(command) ? getLoadOutcome(reply) : getOutcome(reply);
+    verdict.outcome = getOutcome(command, reply);
     if (verdict.outcome == Outcome::Failed) {
         verdict.reason = getReason(reply);
         verdict.hint = getHint(verdict.reason);

@@ -16,7 +16,8 @@ struct ReplyVerdict {
 public:
     enum class Outcome { Succeeded, Failed, Unknown };
 
-    /// Reads a whole reply. The counters of a load count, else the later of the two end marks.
+    /// Reads a whole reply: by the rule by which the engine judges such a command on the console,
+    /// which need not be its mark; the later of the two marks where the engine judges nothing.
     static ReplyVerdict fromReply(const std::string& command, const std::string& reply);
 
     Outcome outcome = Outcome::Unknown;

@@ -79,6 +79,10 @@ private slots:
     void theLaterMarkOfAReplyIsItsVerdict();
     void theCountersOfALoadAreItsVerdict_data();
     void theCountersOfALoadAreItsVerdict();
+    void aSettingIsJudgedByItsOKAndAFlashByItsMark_data();
+    void aSettingIsJudgedByItsOKAndAFlashByItsMark();
+    void theConsoleAndTheStatusAgree_data();
+    void theConsoleAndTheStatusAgree();
     void aFailureHasItsReasonAndAHint_data();
     void aFailureHasItsReasonAndAHint();
     void aLateAnswerIsTold();
@@ -212,6 +216,61 @@ void TestActivityIndicator::theCountersOfALoadAreItsVerdict()
         ReplyVerdict::fromReply("chip bitstream load x.ksb", reply.toStdString());
     QTEST(verdict.outcome, "outcome");
     QTEST(verdict.reason, "reason");
+}
+
+void TestActivityIndicator::aSettingIsJudgedByItsOKAndAFlashByItsMark_data()
+{
+    QTest::addColumn<QString>("command");
+    QTest::addColumn<QString>("reply");
+    QTest::addColumn<Outcome>("outcome");
+    for (const char* const setting :
+         {"board set mode 'Jtag only'", "board set reset on", "board set jtag_clock off",
+          "board set force_bit on", "board select 0", "chip bitstream err_handler select dump",
+          "  board  set   reset off"}) {
+        QTest::addRow("%s, success without OK", setting)
+            << setting << "Not now\nCOMMAND SUCCEEDED\n"
+            << Outcome::Failed;
+        QTest::addRow("%s, failure with OK", setting) << setting << "BROKEN\nCOMMAND FAILED\n"
+                                                      << Outcome::Succeeded;
+    }
+    QTest::newRow("flash, OK and failure") << "board spi flash program x.ksb"
+                                           << "OK\nCOMMAND FAILED\n"
+                                           << Outcome::Failed;
+    QTest::newRow("flash, success before failure") << "board spi flash program x.ksb"
+                                                   << "COMMAND SUCCEEDED\nCOMMAND FAILED\n"
+                                                   << Outcome::Succeeded;
+    QTest::newRow("not judged by the engine") << "board get mode"
+                                              << "BROKEN\nCOMMAND FAILED\n"
+                                              << Outcome::Failed;
+}
+
+void TestActivityIndicator::aSettingIsJudgedByItsOKAndAFlashByItsMark()
+{
+    QFETCH(QString, command);
+    QFETCH(QString, reply);
+    QTEST(ReplyVerdict::fromReply(command.toStdString(), reply.toStdString()).outcome, "outcome");
+}
+
+void TestActivityIndicator::theConsoleAndTheStatusAgree_data()
+{
+    QTest::addColumn<QString>("reply");
+    QTest::addColumn<bool>("isSuccess");
+    QTest::newRow("success without OK") << "Not now\nCOMMAND SUCCEEDED\n" << false;
+    QTest::newRow("failure with OK") << "BROKEN\nCOMMAND FAILED\n" << true;
+}
+
+void TestActivityIndicator::theConsoleAndTheStatusAgree()
+{
+    QFETCH(QString, reply);
+    QFETCH(bool, isSuccess);
+    bench->setScenario(Bench::reply("board set force_bit", reply));
+    panel->getEngine()->refreshTamsaMap();
+    const Test::ConsoleRecorder recorder;
+    panel->getEngine()->setForceBit(true);
+    QCOMPARE(recorder.getLines(), QStringList(isSuccess ? "Force bit successfully set to on"
+                                                        : "E: Setting of force bit failed"));
+    QTRY_VERIFY(indicator->getBrief().contains("fter"));
+    QCOMPARE(indicator->getIconName(), std::string(isSuccess ? "success" : "error"));
 }
 
 void TestActivityIndicator::aFailureHasItsReasonAndAHint_data()

@@ -5,6 +5,7 @@
 #include <Board/Replies.h>
 
 #include <algorithm>
+#include <optional>
 
 namespace Fuzz
 {
@@ -39,16 +40,41 @@ void judgeSimplified(const std::string& reply)
     require(Board::isAccepted(reply) == has(reply, "OK"), "OK accepts");
 }
 
+bool begins(const std::string& text, const std::string& beginning)
+{
+    return text.rfind(beginning, 0) == 0;
+}
+
+/// What the console is told of such a command, success or failure; nothing of others.
+std::optional<bool> getConsoleVerdict(const std::string& command, const std::string& reply)
+{
+    if (begins(command, "chip bitstream load ")) {
+        return Board::isBitstreamLoaded(reply);
+    }
+    if (begins(command, "board spi flash program ")) {
+        return Board::isFlashProgrammed(reply);
+    }
+    for (const char* const setting :
+         {"board set mode '", "board set reset o", "board set jtag_clock o",
+          "board set force_bit o", "board select 0", "chip bitstream err_handler select d"}) {
+        if (begins(command, setting)) {
+            return Board::isAccepted(reply);
+        }
+    }
+    return {};
+}
+
 void judgeVerdict(const std::string& command, const std::string& reply)
 {
     using Kestoboard::ReplyVerdict;
-    const ReplyVerdict verdict = ReplyVerdict::fromReply(command, reply);
-    const bool isLoad = command.rfind("chip bitstream load ", 0) == 0;
-    if (isLoad) {
-        require((verdict.outcome == ReplyVerdict::Outcome::Succeeded) ==
-                    Board::isBitstreamLoaded(reply),
-                "the status and the console agree on a load");
-    } else {
+    // One that ends with its blank names no file, and is none that the engine sends.
+    const std::string sent = Board::getSimplified(command);
+    const ReplyVerdict verdict = ReplyVerdict::fromReply(sent, reply);
+    if (const std::optional<bool> told = getConsoleVerdict(sent, reply)) {
+        require(verdict.outcome != ReplyVerdict::Outcome::Unknown &&
+                    (verdict.outcome == ReplyVerdict::Outcome::Succeeded) == *told,
+                "the status and the console agree");
+    } else if (!begins(sent, "board se") && !begins(sent, "chip bitstream err_handler select")) {
         require((verdict.outcome == ReplyVerdict::Outcome::Unknown) ==
                     (!has(reply, "COMMAND SUCCEEDED") && !has(reply, "COMMAND FAILED")),
                 "a mark is a verdict");
