@@ -3,6 +3,7 @@
 #include "app/DesktopNotice.h"
 #include "app/ElidedLabel.h"
 #include "app/Initiative.h"
+#include "app/LongCommand.h"
 #include "app/ReplyVerdict.h"
 #include "app/StateIcon.h"
 
@@ -130,9 +131,9 @@ QString ActivityIndicator::getClock(qint64 milliseconds)
     return getDuration(seconds * 1000);
 }
 
-bool ActivityIndicator::isWorthNotice(Type type, qint64 milliseconds)
+bool ActivityIndicator::isWorthNotice(bool isTransfer, qint64 milliseconds)
 {
-    return type == Type::Transfer && milliseconds >= longTransfer;
+    return isTransfer && milliseconds >= longTransfer;
 }
 
 int ActivityIndicator::getPatience()
@@ -161,8 +162,12 @@ void ActivityIndicator::observe()
         observed.insert(handler);
         connect(handler, &QObject::destroyed, this, [this, handler] { observed.remove(handler); });
         const QString command = Orvex::getReadable(handler->getCommand());
-        pendings[handler] = {handler, getShortForm(command), handler->getCommandType(),
-                             clock.elapsed(), isPersonal(handler->getCommandType(), command)};
+        pendings[handler] = {handler,
+                             getShortForm(command),
+                             handler->getCommandType(),
+                             clock.elapsed(),
+                             isPersonal(handler->getCommandType(), command),
+                             isTransfer(handler)};
         // Queued before whoever waits is told, so that the handler is still there.
         connect(
             handler, &Board::CommandHandler::resultReady, this,
@@ -204,7 +209,7 @@ void ActivityIndicator::tellEnd(const Pending& pending, const ReplyVerdict& verd
         isTroubleNew = isTroubleNew && isTrouble;
         trouble = isTrouble ? getEnd(pending.command, verdict, getDuration(elapsed)) : State();
     }
-    if (isWorthNotice(pending.type, elapsed)) {
+    if (isWorthNotice(pending.isTransfer, elapsed)) {
         notify(window(), last.text);
     }
 }
@@ -264,7 +269,7 @@ const ActivityIndicator::Pending* ActivityIndicator::getRunning() const
 bool ActivityIndicator::isLate(const Pending& pending, qint64 elapsed) const
 {
     const qint64 patience = getPatience() * qint64(1000);
-    return patience > 0 && elapsed >= patience && pending.type != Type::Transfer;
+    return patience > 0 && elapsed >= patience && !pending.isTransfer;
 }
 
 void ActivityIndicator::refresh()

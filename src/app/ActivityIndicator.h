@@ -54,7 +54,7 @@ public:
     static QString getClock(qint64 milliseconds);
     /// Whether who waited so long for a command may have turned to something else, and is to be
     /// told by the desktop.
-    static bool isWorthNotice(Board::CommandHandler::CommandType type, qint64 milliseconds);
+    static bool isWorthNotice(bool isTransfer, qint64 milliseconds);
 
     /// How long a command may take before the tool counts as stuck, in seconds; 0 for ever.
     /// Transfers never count. Stored for the next run.
@@ -80,8 +80,9 @@ private:
         QPointer<Board::CommandHandler> handler;
         QString command;
         Board::CommandHandler::CommandType type = Board::CommandHandler::CommandType::Invalid;
-        qint64 created = 0;     ///< milliseconds of the clock
-        bool isPersons = false; ///< whether the person asked for it
+        qint64 created = 0;      ///< milliseconds of the clock
+        bool isPersons = false;  ///< whether the person asked for it
+        bool isTransfer = false; ///< whether it may take long
     };
 
     void observe();

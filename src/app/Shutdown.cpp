@@ -1,5 +1,6 @@
 #include "app/Shutdown.h"
 
+#include "app/LongCommand.h"
 #include "app/PanelWindow.h"
 
 #include <Board/CommandHandler.h>
@@ -50,7 +51,7 @@ bool isTransferring()
     for (Orvex::ForEachControler<Board::CommandHandler*> loop(handler,
                                                               engine->getCommandHandlers());
          loop.next();) {
-        if (handler->getCommandType() == Board::CommandHandler::CommandType::Transfer) {
+        if (isBoardWrite(handler)) {
             return true;
         }
     }

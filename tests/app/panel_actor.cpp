@@ -181,6 +181,23 @@ void playLeaveDuringTransfer(Actor* actor)
         });
 }
 
+/// A transfer that was not begun with a button.
+void playLeaveDuringTypedTransfer(Actor* actor)
+{
+    const std::string command = "board spi flash program design.ksb";
+    actor
+        ->when(isIdle,
+               [command] {
+                   QTimer::singleShot(0, &getEngine(),
+                                      [command] { getEngine().sendCommand(command); });
+               })
+        .when(isRunning(command), closeWindow)
+        .when(isShown(QStringLiteral("leaveQuestion")), [] {
+            say("asked");
+            click(QStringLiteral("leaveButton"))();
+        });
+}
+
 /// A transfer that waits for its turn behind a running command.
 void playLeaveWithQueuedTransfer(Actor* actor)
 {
@@ -257,6 +274,7 @@ void play(Actor* actor, const QString& part)
         {QStringLiteral("load-and-leave"), playLoadAndLeave},
         {QStringLiteral("leave-during-transfer"), playLeaveDuringTransfer},
         {QStringLiteral("leave-with-queued-transfer"), playLeaveWithQueuedTransfer},
+        {QStringLiteral("leave-during-typed-transfer"), playLeaveDuringTypedTransfer},
         {QStringLiteral("leave-during-command"), playLeaveDuringCommand},
         {QStringLiteral("leave-at-start"), playLeaveAtStart},
         {QStringLiteral("stay"), playStay},

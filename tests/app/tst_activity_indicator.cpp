@@ -3,6 +3,7 @@
 #include "app/ActivityBrief.h"
 #include "app/DesktopNotice.h"
 #include "app/Initiative.h"
+#include "app/LongCommand.h"
 #include "app/ReplyVerdict.h"
 #include "app/StateIcon.h"
 #include "support/Bench.h"
@@ -33,7 +34,6 @@ using Test::Bench;
 using Test::Panel;
 
 Q_DECLARE_METATYPE(Outcome)
-Q_DECLARE_METATYPE(Test::CommandType)
 
 namespace
 {
@@ -86,6 +86,9 @@ private slots:
     void aFailureHasItsReasonAndAHint_data();
     void aFailureHasItsReasonAndAHint();
     void aLateAnswerIsTold();
+    void aTransferIsKnownByItsTypeAndByItsText_data();
+    void aTransferIsKnownByItsTypeAndByItsText();
+    void aTransferThatWasTypedIsNeverLate();
     void nonsenseAsPatienceIsPassedOver_data();
     void nonsenseAsPatienceIsPassedOver();
     void itIsIdleAtFirst();
@@ -320,6 +323,59 @@ void TestActivityIndicator::aLateAnswerIsTold()
     whenTold("No answer to \"board set force_bit on\" for ", [this] { bench->release(); });
     panel->getEngine()->setForceBit(true);
     QTRY_VERIFY(indicator->getText().startsWith("\"board set force_bit on\""));
+}
+
+void TestActivityIndicator::aTransferIsKnownByItsTypeAndByItsText_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<QString>("command");
+    QTest::addColumn<bool>("isWrite");
+    QTest::addColumn<bool>("isLong");
+    const int control = int(Test::CommandType::Control);
+    QTest::newRow("by a button") << int(Test::CommandType::Transfer) << "chip bitstream load x.ksb"
+                                 << true << true;
+    QTest::newRow("a load") << control << "chip bitstream load x.ksb" << true << true;
+    QTest::newRow("a flash") << control << "board spi flash program x.ksb" << true << true;
+    QTest::newRow("blanks") << control << "  chip  bitstream load   x.ksb" << true << true;
+    QTest::newRow("a capture") << control << "ksscope capture x.vcd" << false << true;
+    QTest::newRow("a setting") << control << "board set reset on" << false << false;
+    QTest::newRow("a handler of errors")
+        << control << "chip bitstream err_handler select dump" << false << false;
+}
+
+void TestActivityIndicator::aTransferIsKnownByItsTypeAndByItsText()
+{
+    QFETCH(int, type);
+    QFETCH(QString, command);
+    // No one waits for it, and its end takes it out of the queue again.
+    auto* const handler = Board::CommandHandler::create(static_cast<Test::CommandType>(type),
+                                                        command.toStdString(), panel->getEngine());
+    QTEST(Kestoboard::isBoardWrite(handler), "isWrite");
+    QTEST(Kestoboard::isTransfer(handler), "isLong");
+    handler->destroy();
+}
+
+void TestActivityIndicator::aTransferThatWasTypedIsNeverLate()
+{
+    const Test::DebugMode mode(true);
+    ActivityIndicator::setPatience(1);
+    bench->setScenario(bench->hold("chip bitstream load"));
+    panel->getEngine()->refreshTamsaMap();
+    QString told;
+    Test::when(
+        indicator.data(),
+        [this] {
+            static const QRegularExpression twoSecondsOrMore("\\((?!0:0[01]\\))");
+            const QString text = indicator->getText();
+            return text.startsWith("No answer") ||
+                   (text.startsWith("Running \"chip") && text.contains(twoSecondsOrMore));
+        },
+        [&] {
+            told = indicator->getText();
+            bench->release();
+        });
+    panel->getEngine()->sendCommand("chip bitstream load x.ksb");
+    QVERIFY2(told.startsWith("Running"), qPrintable(told));
 }
 
 void TestActivityIndicator::nonsenseAsPatienceIsPassedOver_data()
@@ -581,20 +637,19 @@ void TestActivityIndicator::aFailedListingGivesWayToThePerson()
 
 void TestActivityIndicator::aLongTransferIsWorthANotice_data()
 {
-    QTest::addColumn<Test::CommandType>("type");
+    QTest::addColumn<bool>("isTransfer");
     QTest::addColumn<int>("milliseconds");
     QTest::addColumn<bool>("isWorth");
-    QTest::newRow("transfer, ten seconds") << Test::CommandType::Transfer << 10'000 << true;
-    QTest::newRow("transfer, less") << Test::CommandType::Transfer << 9'999 << false;
-    QTest::newRow("setting") << Test::CommandType::Control << 60'000 << false;
-    QTest::newRow("listing") << Test::CommandType::Refresh << 60'000 << false;
+    QTest::newRow("transfer, ten seconds") << true << 10'000 << true;
+    QTest::newRow("transfer, less") << true << 9'999 << false;
+    QTest::newRow("anything else") << false << 60'000 << false;
 }
 
 void TestActivityIndicator::aLongTransferIsWorthANotice()
 {
-    QFETCH(Test::CommandType, type);
+    QFETCH(bool, isTransfer);
     QFETCH(int, milliseconds);
-    QTEST(ActivityIndicator::isWorthNotice(type, milliseconds), "isWorth");
+    QTEST(ActivityIndicator::isWorthNotice(isTransfer, milliseconds), "isWorth");
 }
 
 void TestActivityIndicator::aNoticeGoesToTheDesktopWhenTheWindowIsInTheBackground()

@@ -77,6 +77,8 @@ void TestLeaving::leavingDuringATransferAsks_data()
                              << "chip bitstream load";
     QTest::newRow("queued") << "leave-with-queued-transfer"
                             << "board set force_bit";
+    QTest::newRow("typed") << "leave-during-typed-transfer"
+                           << "board spi flash program";
 }
 
 void TestLeaving::leavingDuringATransferAsks()
@@ -84,7 +86,7 @@ void TestLeaving::leavingDuringATransferAsks()
     QFETCH(QString, part);
     QFETCH(QString, held);
     bench->setScenario(Bench::board("KS-Dev A", "selected = true") + bench->hold(held));
-    play(part);
+    play(part, {"--debug"});
     QCOMPARE(program->getOutput().count("asked\n"), 1);
     QCOMPARE(program->getSetting("ScopeLeaf/frequencyUnit").toString(), QString("MHz"));
     QVERIFY(!QFile::exists(".kestoboard.lock"));
