@@ -80,6 +80,18 @@ QString getPatienceKey()
     return QStringLiteral("Activity/patience");
 }
 
+QString getTransferPatienceKey()
+{
+    return QStringLiteral("Activity/transferPatience");
+}
+
+int readSeconds(const QString& key, int first)
+{
+    bool isNumber = false;
+    const int seconds = QSettings().value(key, first).toInt(&isNumber);
+    return isNumber && seconds >= 0 ? seconds : first;
+}
+
 } // namespace
 
 ActivityIndicator::ActivityIndicator(Board::KSBaseHandler* observedEngine, QWidget* parent)
@@ -138,14 +150,22 @@ bool ActivityIndicator::isWorthNotice(bool isTransfer, qint64 milliseconds)
 
 int ActivityIndicator::getPatience()
 {
-    bool isNumber = false;
-    const int seconds = QSettings().value(getPatienceKey(), firstPatience).toInt(&isNumber);
-    return isNumber && seconds >= 0 ? seconds : firstPatience;
+    return readSeconds(getPatienceKey(), firstPatience);
 }
 
 void ActivityIndicator::setPatience(int seconds)
 {
     QSettings().setValue(getPatienceKey(), seconds);
+}
+
+int ActivityIndicator::getTransferPatience()
+{
+    return readSeconds(getTransferPatienceKey(), 0);
+}
+
+void ActivityIndicator::setTransferPatience(int seconds)
+{
+    QSettings().setValue(getTransferPatienceKey(), seconds);
 }
 
 /// Takes note of the commands that have joined the queue.
@@ -268,8 +288,8 @@ const ActivityIndicator::Pending* ActivityIndicator::getRunning() const
 
 bool ActivityIndicator::isLate(const Pending& pending, qint64 elapsed) const
 {
-    const qint64 patience = getPatience() * qint64(1000);
-    return patience > 0 && elapsed >= patience && !pending.isTransfer;
+    const int seconds = pending.isTransfer ? getTransferPatience() : getPatience();
+    return seconds > 0 && elapsed >= seconds * qint64(1000);
 }
 
 void ActivityIndicator::refresh()

@@ -56,11 +56,16 @@ public:
     /// told by the desktop.
     static bool isWorthNotice(bool isTransfer, qint64 milliseconds);
 
-    /// How long a command may take before the tool counts as stuck, in seconds; 0 for ever.
-    /// Transfers never count. Stored for the next run.
+    /// How long a command may take before the tool counts as stuck, in seconds; 0 for ever. Stored
+    /// for the next run.
     /// @{
     static int getPatience();
     static void setPatience(int seconds);
+    /// @}
+    /// The same for transfers, which may take for ever at first.
+    /// @{
+    static int getTransferPatience();
+    static void setTransferPatience(int seconds);
     /// @}
 
 signals:

@@ -146,24 +146,43 @@ void Menus::buildBoardMenu()
     addAction(menu, "refresh", tr("&Refresh the boards"), QStringLiteral("F5"),
               [engine] { engine->refreshTamsaMap(); });
     buildPatienceMenu(menu);
+    buildTransferPatienceMenu(menu);
 }
 
 void Menus::buildPatienceMenu(QMenu* parent)
 {
     QMenu* const menu =
         parent->addMenu(Orvex::theme->getIcon("time"), tr("Say that an &answer is late"));
+    addChoices(menu,
+               {{10, tr("After 1&0 seconds")},
+                {30, tr("After &30 seconds")},
+                {120, tr("After &2 minutes")},
+                {0, tr("&Never")}},
+               ActivityIndicator::getPatience(), &ActivityIndicator::setPatience);
+}
+
+void Menus::buildTransferPatienceMenu(QMenu* parent)
+{
+    QMenu* const menu =
+        parent->addMenu(Orvex::theme->getIcon("time"), tr("Say that a &transfer is late"));
+    addChoices(menu,
+               {{0, tr("&Never")},
+                {300, tr("After &5 minutes")},
+                {900, tr("After &15 minutes")},
+                {3600, tr("After &60 minutes")}},
+               ActivityIndicator::getTransferPatience(), &ActivityIndicator::setTransferPatience);
+}
+
+/// One of several numbers, the current of which is marked.
+void Menus::addChoices(QMenu* menu, const std::vector<std::pair<int, QString>>& choices,
+                       int current, void (*choose)(int))
+{
     auto* const group = new QActionGroup(menu);
-    const std::pair<int, QString> choices[] = {
-        {10, tr("After 1&0 seconds")},
-        {30, tr("After &30 seconds")},
-        {120, tr("After &2 minutes")},
-        {0, tr("&Never")},
-    };
-    for (const auto& [seconds, text] : choices) {
-        QAction* const action = addAction(
-            menu, "", text, {}, [chosen = seconds] { ActivityIndicator::setPatience(chosen); });
+    for (const auto& [number, text] : choices) {
+        QAction* const action =
+            addAction(menu, "", text, {}, [choose, chosen = number] { choose(chosen); });
         action->setCheckable(true);
-        action->setChecked(seconds == ActivityIndicator::getPatience());
+        action->setChecked(number == current);
         group->addAction(action);
     }
 }

@@ -4,6 +4,10 @@
 #include "app/SchemeChoice.h"
 
 #include <QObject>
+#include <QString>
+
+#include <utility>
+#include <vector>
 
 class QAction;
 class QMenu;
@@ -51,6 +55,9 @@ private:
     void buildSchemeMenu(QMenu* parent);
     void buildBoardMenu();
     void buildPatienceMenu(QMenu* parent);
+    void buildTransferPatienceMenu(QMenu* parent);
+    void addChoices(QMenu* menu, const std::vector<std::pair<int, QString>>& choices, int current,
+                    void (*choose)(int));
     void buildConsoleMenu();
     void buildHelpMenu();
     QMenu* addMenu(const QString& title);

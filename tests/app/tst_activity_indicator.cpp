@@ -89,6 +89,7 @@ private slots:
     void aTransferIsKnownByItsTypeAndByItsText_data();
     void aTransferIsKnownByItsTypeAndByItsText();
     void aTransferThatWasTypedIsNeverLate();
+    void aTransferCanBeGivenALimit();
     void nonsenseAsPatienceIsPassedOver_data();
     void nonsenseAsPatienceIsPassedOver();
     void itIsIdleAtFirst();
@@ -376,6 +377,17 @@ void TestActivityIndicator::aTransferThatWasTypedIsNeverLate()
         });
     panel->getEngine()->sendCommand("chip bitstream load x.ksb");
     QVERIFY2(told.startsWith("Running"), qPrintable(told));
+}
+
+void TestActivityIndicator::aTransferCanBeGivenALimit()
+{
+    ActivityIndicator::setPatience(0);
+    ActivityIndicator::setTransferPatience(1);
+    bench->setScenario(bench->hold("chip bitstream load"));
+    panel->getEngine()->refreshTamsaMap();
+    whenTold("No answer to \"chip bitstream load x.ksb\" for ", [this] { bench->release(); });
+    panel->getEngine()->sendBitstream("x.ksb");
+    QTRY_VERIFY(indicator->getText().startsWith("\"chip bitstream load x.ksb\""));
 }
 
 void TestActivityIndicator::nonsenseAsPatienceIsPassedOver_data()

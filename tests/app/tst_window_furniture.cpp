@@ -86,6 +86,7 @@ private slots:
     void theMenuOfTheConsoleHoldsUpNoVerdict();
     void theFolderOfTheTranscriptIsShown();
     void thePatienceIsChosenAndComesBack();
+    void thePatienceWithTransfersIsChosenAndComesBack();
     void theSchemeIsStoredAndShown_data();
     void theSchemeIsStoredAndShown();
     void aSchemeThatDoesNotExistIsTheDesktops();
@@ -465,6 +466,27 @@ void TestWindowFurniture::thePatienceIsChosenAndComesBack()
     QVERIFY(findAction("After 2 minutes")->isChecked());
     findAction("Never")->trigger();
     QCOMPARE(Kestoboard::ActivityIndicator::getPatience(), 0);
+}
+
+void TestWindowFurniture::thePatienceWithTransfersIsChosenAndComesBack()
+{
+    const auto getChecked = [this] {
+        QStringList texts;
+        for (const char* const text : {"After 5 minutes", "After 15 minutes", "After 60 minutes"}) {
+            if (findAction(text)->isChecked()) {
+                texts += text;
+            }
+        }
+        return texts;
+    };
+    QCOMPARE(getChecked(), QStringList());
+    QCOMPARE(Kestoboard::ActivityIndicator::getTransferPatience(), 0);
+    findAction("After 15 minutes")->trigger();
+    QCOMPARE(Kestoboard::ActivityIndicator::getTransferPatience(), 900);
+    makeWindow();
+    QCOMPARE(getChecked(), QStringList("After 15 minutes"));
+    // The other one is left as it was.
+    QVERIFY(findAction("After 10 seconds")->isChecked());
 }
 
 void TestWindowFurniture::theSchemeIsStoredAndShown_data()
