@@ -286,6 +286,16 @@ const ActivityIndicator::Pending* ActivityIndicator::getRunning() const
     return found != pendings.constEnd() ? &*found : nullptr;
 }
 
+QString ActivityIndicator::getUnfinished() const
+{
+    const Pending* const running = getRunning();
+    if (running == nullptr || isBackground(running->type)) {
+        return {};
+    }
+    return tr("\"%1\" had run for %2 by then: nobody knows whether it worked.")
+        .arg(running->command, getDuration(clock.elapsed() - getStart(*running)));
+}
+
 bool ActivityIndicator::isLate(const Pending& pending, qint64 elapsed) const
 {
     const int seconds = pending.isTransfer ? getTransferPatience() : getPatience();

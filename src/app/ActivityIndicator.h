@@ -47,6 +47,11 @@ public:
     /// The name of the icon of the state.
     std::string getIconName() const { return shown.icon; }
 
+    /// That the command at hand has no verdict and how long it has been running, as a sentence to
+    /// stand behind the one that tells the end of the tool; empty when there is no such command, or
+    /// the panel only reads by itself.
+    QString getUnfinished() const;
+
     /// How long something took, in words that stand behind "after".
     static QString getDuration(qint64 milliseconds);
     /// How long something has been running, as a clock: minutes and seconds, and hours once there

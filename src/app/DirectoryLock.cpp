@@ -1,13 +1,15 @@
 #include "app/DirectoryLock.h"
 
 #include <QCoreApplication>
+#include <QDir>
 
 namespace Kestoboard
 {
 
-bool DirectoryLock::take()
+bool DirectoryLock::take(const QString& directory)
 {
-    file = std::make_unique<QLockFile>(QStringLiteral(".kestoboard.lock"));
+    file =
+        std::make_unique<QLockFile>(QDir(directory).filePath(QStringLiteral(".kestoboard.lock")));
     // A panel may run for days; only one whose process is gone has left a stale lock.
     file->setStaleLockTime(0);
     return file->tryLock(0) || file->error() != QLockFile::LockFailedError;

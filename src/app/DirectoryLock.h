@@ -9,15 +9,15 @@
 namespace Kestoboard
 {
 
-/// Keeps a second panel out of the current directory, where it would overwrite the transcript.
+/// Keeps a second panel out of a directory, where it would overwrite the transcript.
 ///
 /// A directory in which no lock can be made counts as free: whether the transcript can be written
 /// there is told elsewhere.
 class DirectoryLock
 {
 public:
-    /// Takes the current directory. False when another panel works there.
-    bool take();
+    /// Takes a directory, the current one if none is named. False when another panel works there.
+    bool take(const QString& directory = QStringLiteral("."));
     /// Lets the directory go.
     void release();
     /// Who works in the directory that could not be taken, in words.

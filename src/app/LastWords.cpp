@@ -28,6 +28,31 @@ bool isShown = false;
 std::string reason;
 std::vector<std::string> showCommand;
 
+/// What stands around the lines of the console, put into words as long as the toolkit is there.
+struct Sentences {
+    std::string headline;
+    /// With `pathMark` in place of the path.
+    std::string transcript;
+};
+
+const char pathMark[] = "%1";
+
+const Sentences& getSentences()
+{
+    static const Sentences sentences{
+        LastWords::tr("Kestoboard has ended. The last lines of its console were:").toStdString(),
+        LastWords::tr("The transcript of the board tool is %1").toStdString()};
+    return sentences;
+}
+
+std::string getTranscriptSentence(const std::string& path)
+{
+    std::string sentence = getSentences().transcript;
+    const std::size_t place = sentence.find(pathMark);
+    return place == std::string::npos ? sentence + ' ' + path
+                                      : sentence.replace(place, sizeof pathMark - 1, path);
+}
+
 /// Where the program was started.
 std::string startDirectory;
 
@@ -90,6 +115,8 @@ const char LastWords::showArgument[] = "--show-last-words";
 
 LastWords::LastWords(const std::vector<std::string>& arguments)
 {
+    // Before the registration: what exists by then is still there when the exit has come.
+    getSentences();
     static const bool isRegistered = std::atexit(tellAtExit) == 0;
     isArmed = isRegistered;
     isShown = hasDisplay();
@@ -104,6 +131,13 @@ LastWords::~LastWords()
     isArmed = false;
 }
 
+void LastWords::setDirectory(const std::string& path)
+{
+    // The last one counts; what follows the end of the options is a file.
+    const auto end = std::find(showCommand.begin(), showCommand.end(), "--");
+    showCommand.insert(end, {"--directory", path});
+}
+
 void LastWords::setReason(const std::string& sentence)
 {
     reason = sentence;
@@ -113,7 +147,7 @@ std::string LastWords::getText()
 {
     const std::deque<Orvex::Message> messages = Orvex::console->getRecentMessages();
     const std::size_t first = messages.size() - std::min(messages.size(), lineLimit);
-    std::string text = "Kestoboard has ended. The last lines of its console were:\n";
+    std::string text = getSentences().headline + "\n";
     for (std::size_t index = first; index < messages.size(); ++index) {
         const Orvex::Message& message = messages[index];
         const std::size_t steps = static_cast<std::size_t>(message.depth) + 1;
@@ -122,7 +156,7 @@ std::string LastWords::getText()
     if (!reason.empty()) {
         text += reason + "\n";
     }
-    text += "The transcript of the board tool is " + getCurrentDirectory() + "/ksbase.log\n";
+    text += getTranscriptSentence(getCurrentDirectory() + "/ksbase.log") + "\n";
     return Orvex::getPrintable(text);
 }
 

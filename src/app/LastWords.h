@@ -1,6 +1,8 @@
 #ifndef APP_LASTWORDS_H
 #define APP_LASTWORDS_H
 
+#include <QCoreApplication>
+
 #include <string>
 #include <vector>
 
@@ -16,6 +18,8 @@ namespace Kestoboard
 /// needs `Orvex::console`, which outlives it.
 class LastWords
 {
+    Q_DECLARE_TR_FUNCTIONS(Kestoboard::LastWords)
+
 public:
     /// The argument by which the program is asked to show last words that it reads from standard
     /// input. The arguments of the program that has ended follow it.
@@ -27,7 +31,10 @@ public:
     LastWords(const LastWords&) = delete;
     LastWords& operator=(const LastWords&) = delete;
 
-    /// Says how the board tool ended, for the sentence at the head.
+    /// Says where the panel works when its arguments do not: it is to be started there again.
+    static void setDirectory(const std::string& path);
+
+    /// Says how the board tool ended, for the lines below those of the console.
     static void setReason(const std::string& sentence);
 
     /// What is told at the end, as it stands at the moment.

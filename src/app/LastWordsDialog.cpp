@@ -8,18 +8,28 @@
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QTextCursor>
 #include <QVBoxLayout>
+
+#include <utility>
 
 namespace Kestoboard
 {
 
-LastWordsDialog::LastWordsDialog(const QString& text)
+LastWordsDialog::LastWordsDialog(const QString& text, std::function<bool()> keeper)
+    : keep(std::move(keeper))
+    , remark(new QLabel(this))
 {
     setObjectName(QStringLiteral("lastWords"));
     setWindowTitle(tr("Kestoboard has ended"));
     auto* const heading = new QLabel(
         tr("The board tool has ended, and the panel with it. This was said last:"), this);
     heading->setWordWrap(true);
+    remark->setText(
+        tr("\"Start again\" begins a new transcript. This one is kept beside it, under a "
+           "name with the date and the time."));
+    remark->setWordWrap(true);
+    remark->setTextFormat(Qt::PlainText);
     auto* const report = new QPlainTextEdit(text, this);
     report->setAccessibleName(tr("Last lines of the console"));
     report->setReadOnly(true);
@@ -36,17 +46,28 @@ LastWordsDialog::LastWordsDialog(const QString& text)
     copy->setObjectName(QStringLiteral("copyButton"));
     connect(copy, &QPushButton::clicked, report,
             [report] { QApplication::clipboard()->setText(report->toPlainText()); });
-    connect(buttons, &QDialogButtonBox::accepted, this, [this] {
-        emit startAgainRequested();
-        accept();
-    });
+    connect(buttons, &QDialogButtonBox::accepted, this, &LastWordsDialog::startAgain);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(heading);
     layout->addWidget(report);
+    layout->addWidget(remark);
     layout->addWidget(buttons);
     resize(640, 420);
+}
+
+/// Where the transcript cannot be kept, the first press says so and the second one goes on.
+void LastWordsDialog::startAgain()
+{
+    if (!isWarned && !keep()) {
+        isWarned = true;
+        remark->setText(tr("The transcript cannot be renamed. Copy it elsewhere: \"Start again\" "
+                           "begins a new one in its place."));
+        return;
+    }
+    emit startAgainRequested();
+    accept();
 }
 
 } // namespace Kestoboard

@@ -3,6 +3,10 @@
 
 #include <QDialog>
 
+#include <functional>
+
+class QLabel;
+
 namespace Kestoboard
 {
 
@@ -12,11 +16,20 @@ class LastWordsDialog : public QDialog
     Q_OBJECT
 
 public:
-    explicit LastWordsDialog(const QString& text);
+    /// `keeper` puts the transcript out of the way of the next panel, and says whether it could. It
+    /// is asked before the panel is wanted back.
+    LastWordsDialog(const QString& text, std::function<bool()> keeper);
 
 signals:
     /// The person wants the panel back.
     void startAgainRequested();
+
+private:
+    void startAgain();
+
+    const std::function<bool()> keep;
+    QLabel* remark;
+    bool isWarned = false;
 };
 
 } // namespace Kestoboard

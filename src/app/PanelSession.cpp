@@ -15,6 +15,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFile>
 #include <QSettings>
 #include <QTimer>
 
@@ -61,7 +62,13 @@ int PanelSession::run()
         SimulatedTool::enable(options.scenario);
     }
     schemes.prepare();
-    if (!directory.enter(options.directory) || !makeWindow()) {
+    if (!directory.enter(options.directory)) {
+        return EXIT_FAILURE;
+    }
+    if (!directory.getChosen().isEmpty()) {
+        LastWords::setDirectory(QFile::encodeName(directory.getChosen()).toStdString());
+    }
+    if (!makeWindow()) {
         return EXIT_FAILURE;
     }
     furnishWindow();
@@ -126,7 +133,12 @@ void PanelSession::onToolEnded()
         // An interrupt from the terminal reaches the tool as well, which then may end first.
         shutdown.endNow();
     }
-    LastWords::setReason(toolWatch.getVerdict().toStdString());
+    QStringList sentences(toolWatch.getVerdict());
+    if (furniture) {
+        sentences += furniture->getUnfinished();
+    }
+    sentences.removeAll({});
+    LastWords::setReason(sentences.join(QLatin1Char('\n')).toStdString());
     shutdown.save();
     directory.leave();
 }

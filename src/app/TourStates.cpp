@@ -237,7 +237,7 @@ void TourStates::showDialogs()
     AboutDialog about(window);
     KeyboardMap keyboardMap(window);
     LastWords::setReason(ToolWatch::getEnd(QProcess::NormalExit, 1).toStdString());
-    LastWordsDialog lastWords(Orvex::getReadable(LastWords::getText()));
+    LastWordsDialog lastWords(Orvex::getReadable(LastWords::getText()), [] { return true; });
     LastWords::setReason({});
     StartupWait wait;
     const std::pair<QDialog*, const char*> dialogs[] = {

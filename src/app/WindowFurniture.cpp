@@ -74,11 +74,16 @@ void WindowFurniture::keepFieldsToOneLine()
 void WindowFurniture::addIndicator()
 {
     QStatusBar* const bar = window->statusBar();
-    auto* const indicator = new ActivityIndicator(window->getKSBaseHandler(), bar);
+    indicator = new ActivityIndicator(window->getKSBaseHandler(), bar);
     // The bar takes it away for as long as the engine's message stands in its place.
     bar->addWidget(indicator, 1);
     // Before the label that the window has put there.
     bar->insertPermanentWidget(1, new ActivityBrief(indicator, bar));
+}
+
+QString WindowFurniture::getUnfinished() const
+{
+    return indicator->getUnfinished();
 }
 
 void WindowFurniture::addRemarks()

@@ -4,6 +4,8 @@
 #include "app/SchemeChoice.h"
 #include "app/WindowState.h"
 
+#include <QString>
+
 namespace Board
 {
 class MainWindow;
@@ -12,6 +14,7 @@ class MainWindow;
 namespace Kestoboard
 {
 
+class ActivityIndicator;
 class Shutdown;
 
 /// What the application adds to a window of the panel: title, menus, the activity in the status
@@ -24,6 +27,8 @@ public:
     WindowFurniture(Board::MainWindow* panel, SchemeChoice* schemes, Shutdown* shutdown);
 
     WindowState& getState() { return state; }
+    /// What the tool has not answered yet, as a sentence; empty when there is nothing.
+    QString getUnfinished() const;
 
 private:
     /// Text that is pasted or dropped into a field never becomes a second command.
@@ -35,6 +40,8 @@ private:
 
     Board::MainWindow* const window;
     WindowState state;
+    /// Belongs to the window.
+    ActivityIndicator* indicator = nullptr;
 };
 
 } // namespace Kestoboard

@@ -49,7 +49,8 @@ bool WorkingDirectory::enter(const QString& path)
         if (lock.take()) {
             return true;
         }
-        wanted = askForAnother();
+        chosen = askForAnother();
+        wanted = chosen;
     }
     return false;
 }

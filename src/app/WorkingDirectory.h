@@ -22,6 +22,8 @@ public:
     ///
     /// Returns false when there is no directory to work in; the person has been told.
     bool enter(const QString& path);
+    /// The directory that the person has chosen when asked for another one; empty if nobody asked.
+    const QString& getChosen() const { return chosen; }
     /// Lets the directory go; it stays the current one.
     void leave() { lock.release(); }
 
@@ -35,6 +37,7 @@ private:
     static QString getAdvice();
 
     DirectoryLock lock;
+    QString chosen;
 };
 
 } // namespace Kestoboard

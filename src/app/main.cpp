@@ -1,5 +1,6 @@
 #include "app/CommandLine.h"
 #include "app/Display.h"
+#include "app/KeptTranscript.h"
 #include "app/LastWords.h"
 #include "app/LastWordsDialog.h"
 #include "app/PanelApplication.h"
@@ -13,6 +14,7 @@
 #include <foundation/Encoding.h>
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QFile>
 #include <QProcess>
 
@@ -77,8 +79,15 @@ int showLastWords(int& argc, char** argv)
     }
     Kestoboard::SchemeChoice schemes;
     schemes.apply();
-    Kestoboard::LastWordsDialog dialog(Orvex::getReadable(input.readAll().toStdString()));
-    const QStringList arguments = QCoreApplication::arguments().mid(2);
+    QStringList arguments = QCoreApplication::arguments();
+    arguments.removeAt(1);
+    const CommandLine commandLine(arguments);
+    const QString named = commandLine.getOptions().directory;
+    const QString directory = named.isEmpty() ? QDir::currentPath() : named;
+    Kestoboard::LastWordsDialog dialog(
+        Orvex::getReadable(input.readAll().toStdString()),
+        [directory] { return Kestoboard::keepTranscript(directory); });
+    arguments.removeFirst();
     QObject::connect(&dialog, &Kestoboard::LastWordsDialog::startAgainRequested, [&arguments] {
         QProcess::startDetached(QCoreApplication::applicationFilePath(), arguments);
     });

@@ -271,6 +271,7 @@ void play(Actor* actor, const QString& part)
 {
     const QMap<QString, std::function<void(Actor*)>> parts{
         {QStringLiteral("leave-when-idle"), [](Actor* a) { a->when(isIdle, closeWindow); }},
+        {QStringLiteral("load"), playLoad},
         {QStringLiteral("load-and-leave"), playLoadAndLeave},
         {QStringLiteral("leave-during-transfer"), playLeaveDuringTransfer},
         {QStringLiteral("leave-with-queued-transfer"), playLeaveWithQueuedTransfer},

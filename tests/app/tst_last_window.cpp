@@ -8,6 +8,7 @@
 #include <QClipboard>
 #include <QDir>
 #include <QFile>
+#include <QLockFile>
 #include <QMap>
 
 #include <csignal>
@@ -55,6 +56,7 @@ private slots:
     void itTellsHowThePanelEnded();
     void itsWordsGoToTheClipboardOfTheDesktop();
     void thePanelIsStartedAgainAsItWasStarted();
+    void thePanelIsStartedAgainWhereItWorked();
     void closedItStartsNothing();
 
 private:
@@ -206,8 +208,32 @@ void TestLastWindow::thePanelIsStartedAgainAsItWasStarted()
     const QByteArray transcript = bench->readFile("lab/ksbase.log");
     QVERIFY2(transcript.contains("KS-Dev B") && !transcript.contains("KS-Dev A"), transcript);
 
+    const QStringList kept = QDir("lab").entryList({"ksbase-*.log"});
+    QCOMPARE(kept.size(), 1);
+    QVERIFY(bench->readFile("lab/" + kept.first()).contains("KS-Dev A"));
+
     const pid_t panel = getProcesses("--directory lab").first();
     QCOMPARE(getStatus(panel), alive);
+    ::kill(panel, SIGTERM);
+    QTRY_COMPARE(getStatus(panel), 0);
+}
+
+void TestLastWindow::thePanelIsStartedAgainWhereItWorked()
+{
+    QDir().mkdir("elsewhere");
+    QLockFile lock("lab/.kestoboard.lock");
+    QVERIFY(lock.tryLock());
+    runUntilTheToolEnds(killed, {"--directory", "lab"});
+    QVERIFY(QFile::exists("elsewhere/ksbase.log"));
+    bench->setScenario(Bench::board("KS-Dev B", "selected = true"));
+    writeDiary("again");
+    const QString arguments = "--directory lab --directory " + bench->getPath("elsewhere");
+    QTRY_COMPARE(getProcesses(arguments).size(), 1);
+    QTRY_VERIFY(bench->readFile("elsewhere/ksbase.log").contains("KS-Dev B"));
+    QCOMPARE(QDir("elsewhere").entryList({"ksbase-*.log"}).size(), 1);
+    QVERIFY(!QFile::exists("lab/ksbase.log"));
+
+    const pid_t panel = getProcesses(arguments).first();
     ::kill(panel, SIGTERM);
     QTRY_COMPARE(getStatus(panel), 0);
 }

@@ -6,6 +6,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QRegularExpression>
 
 #include <csignal>
 
@@ -43,6 +44,7 @@ private slots:
     void aListingWithoutANameIsToldAndEndsIt();
     void theToolsEndIsToldOnStandardError();
     void theToolsEndDuringACommandIsToldOnStandardError();
+    void theToolsEndDuringALoadLeavesItUnknown();
     void theToolsEndBeforeTheWindowIsToldOnStandardError();
     void theToolsEndKeepsTheSettings();
     void aSignalEndsAnIdlePanelInOrder_data();
@@ -188,6 +190,7 @@ void TestProgram::theToolsEndIsToldOnStandardError()
     QVERIFY2(errors.contains(toolEnded()), qPrintable(errors));
     QVERIFY2(errors.contains("The board tool was ended by the signal 9."), qPrintable(errors));
     QVERIFY(!QFile::exists(".kestoboard.lock"));
+    QVERIFY(!errors.contains("nobody knows"));
     QVERIFY(errors.contains("Connected KS-Dev A"));
     QVERIFY(errors.contains(QDir::current().filePath("ksbase.log")));
 }
@@ -200,6 +203,20 @@ void TestProgram::theToolsEndDuringACommandIsToldOnStandardError()
     QCOMPARE(program->getStatus(), 1);
     QVERIFY(program->getErrors().contains(toolEnded()));
     QVERIFY(!program->getErrors().contains("failed"));
+}
+
+void TestProgram::theToolsEndDuringALoadLeavesItUnknown()
+{
+    bench->writeFile("design.ksb", QByteArray(4096, 'k'));
+    bench->setScenario(Bench::board("KS-Dev A", "selected = true") +
+                       Bench::fault("chip bitstream load", "kind = \"kill\"\nsignal = 9\n"));
+    program->setPath(Program::getActorPath());
+    QVERIFY(program->run({"load"}));
+    QCOMPARE(program->getStatus(), 1);
+    const QRegularExpression sentence(
+        "\n\"chip bitstream load design.ksb\" had run for [^\n]* by then: nobody knows whether it "
+        "worked.\n");
+    QVERIFY2(program->getErrors().contains(sentence), qPrintable(program->getErrors()));
 }
 
 void TestProgram::theToolsEndBeforeTheWindowIsToldOnStandardError()

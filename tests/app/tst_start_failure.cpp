@@ -1,6 +1,7 @@
 #include "app/StartFailure.h"
 
 #include "app/DirectoryLock.h"
+#include "app/KeptTranscript.h"
 #include "app/LastWords.h"
 #include "app/LastWordsDialog.h"
 #include "support/Bench.h"
@@ -51,6 +52,8 @@ private slots:
     void theLastWordsHoldTheConsoleAndTheTranscript();
     void theLastWordsAreTheLatest();
     void theLastWordsCanBeCopiedAndThePanelStartedAgain();
+    void aTranscriptThatCannotBeKeptIsToldFirst();
+    void whatAnotherPanelWritesIsLeftToIt();
     void aDirectoryIsTakenOnce();
 
 private:
@@ -133,13 +136,45 @@ void TestStartFailure::theLastWordsAreTheLatest()
 
 void TestStartFailure::theLastWordsCanBeCopiedAndThePanelStartedAgain()
 {
-    Kestoboard::LastWordsDialog dialog("the last line\n");
+    Kestoboard::LastWordsDialog dialog("the last line\n", [] { return true; });
     QSignalSpy spy(&dialog, &Kestoboard::LastWordsDialog::startAgainRequested);
     dialog.findChild<QPushButton*>("copyButton")->click();
     QCOMPARE(QApplication::clipboard()->text(), QString("the last line\n"));
     QCOMPARE(spy.count(), 0);
     dialog.findChild<QPushButton*>("startAgainButton")->click();
     QCOMPARE(spy.count(), 1);
+}
+
+void TestStartFailure::aTranscriptThatCannotBeKeptIsToldFirst()
+{
+    Kestoboard::LastWordsDialog dialog("the last line", [] { return false; });
+    QSignalSpy spy(&dialog, &Kestoboard::LastWordsDialog::startAgainRequested);
+    const auto isTold = [&dialog] {
+        const QList<QLabel*> labels = dialog.findChildren<QLabel*>();
+        return std::any_of(labels.begin(), labels.end(), [](const QLabel* label) {
+            return label->text().startsWith("The transcript cannot be renamed.");
+        });
+    };
+    QVERIFY(!isTold());
+    dialog.findChild<QPushButton*>("startAgainButton")->click();
+    QCOMPARE(spy.count(), 0);
+    QVERIFY(isTold());
+    dialog.findChild<QPushButton*>("startAgainButton")->click();
+    QCOMPARE(spy.count(), 1);
+}
+
+void TestStartFailure::whatAnotherPanelWritesIsLeftToIt()
+{
+    QDir().mkdir("lab");
+    QVERIFY(Kestoboard::keepTranscript(bench->getPath("lab")));
+    bench->writeFile("lab/ksbase.log", "the next one");
+    Kestoboard::DirectoryLock next;
+    QVERIFY(next.take("lab"));
+    QVERIFY(Kestoboard::keepTranscript(bench->getPath("lab")));
+    QCOMPARE(bench->readFile("lab/ksbase.log"), QByteArray("the next one"));
+    next.release();
+    QVERIFY(Kestoboard::keepTranscript(bench->getPath("lab")));
+    QVERIFY(!QFile::exists("lab/ksbase.log"));
 }
 
 void TestStartFailure::aDirectoryIsTakenOnce()

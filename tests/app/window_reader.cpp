@@ -2,14 +2,17 @@
 // it starts. It keeps a diary in the directory KESTOBOARD_TEST_DIARY: each process that has windows
 // notes its arguments there, and the window that stays when the panel has ended is read, copied,
 // and asked to start the panel again as soon as the file "again" is there, or closed at the file
-// "close".
+// "close". Asked for another directory to work in, it chooses "elsewhere" beside the one in use.
 
 #include <QApplication>
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QDir>
+#include <QFileDialog>
 #include <QGenericPlugin>
 #include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSaveFile>
@@ -46,20 +49,36 @@ private:
         }
     }
 
-    static QDialog* findDialog()
+    template <class Dialog>
+    static Dialog* findOpen(const QString& name = {})
     {
         for (QWidget* const widget : QApplication::topLevelWidgets()) {
-            if (widget->objectName() == QLatin1String("lastWords") && widget->isVisible()) {
-                return qobject_cast<QDialog*>(widget);
+            auto* const dialog = qobject_cast<Dialog*>(widget);
+            if (dialog != nullptr && dialog->isVisible() &&
+                (name.isEmpty() || dialog->objectName() == name)) {
+                return dialog;
             }
         }
         return nullptr;
     }
 
+    /// Chooses the directory "elsewhere" beside the one in use.
+    void chooseElsewhere()
+    {
+        if (auto* const chooser = findOpen<QFileDialog>()) {
+            chooser->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))
+                ->setText(QDir::cleanPath(QDir(QStringLiteral("../elsewhere")).absolutePath()));
+            QMetaObject::invokeMethod(chooser, "accept", Qt::QueuedConnection);
+        } else if (auto* const box = findOpen<QMessageBox>(QStringLiteral("directoryInUse"))) {
+            QMetaObject::invokeMethod(box->defaultButton(), "click", Qt::QueuedConnection);
+        }
+    }
+
     void look()
     {
-        QDialog* const dialog = findDialog();
+        QDialog* const dialog = findOpen<QDialog>(QStringLiteral("lastWords"));
         if (dialog == nullptr) {
+            chooseElsewhere();
             return;
         }
         if (!isRead) {
