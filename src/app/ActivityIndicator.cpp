@@ -71,7 +71,11 @@ bool isEchoed(const QString& command)
 /// Whether a command that has just been created is what the person asked for.
 bool isPersonal(Type type, const QString& command)
 {
-    return !isBackground(type) && Initiative::isPersons() &&
+    if (isBackground(type)) {
+        // With F5, or from the menu.
+        return type == Type::Refresh && Initiative::isPress();
+    }
+    return Initiative::isPersons() &&
            (!command.startsWith(QLatin1String("board get ")) || isEchoed(command));
 }
 
@@ -219,6 +223,11 @@ void ActivityIndicator::tellEnd(const Pending& pending, const ReplyVerdict& verd
     if (pending.isPersons) {
         last = getEnd(pending.command, verdict, getDuration(elapsed));
         isTroubleNew = false;
+        if (pending.type == Type::Refresh) {
+            // Told already: the next listing that fails tells nothing new.
+            const bool isTrouble = verdict.outcome != ReplyVerdict::Outcome::Succeeded;
+            trouble = isTrouble ? last : State();
+        }
         tellHint(pending, verdict);
     } else if (pending.type == Type::Refresh) {
         const bool isTrouble = verdict.outcome != ReplyVerdict::Outcome::Succeeded;

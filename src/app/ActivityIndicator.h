@@ -28,9 +28,9 @@ struct ReplyVerdict;
 /// ended, which stays until the next one.
 ///
 /// The verdict is that of what the person asked for last. What the panel asks for by itself, the
-/// listings, the readings and the state of a board that was chosen, is told only while it takes
-/// long; a listing that fails is told until one succeeds or the person goes on. So the indicator is
-/// calm.
+/// listings on a timer, the readings and the state of a board that was chosen, is told only while
+/// it takes long; a listing that fails is told until one succeeds or the person goes on. So the
+/// indicator is calm.
 class ActivityIndicator : public QWidget
 {
     Q_OBJECT

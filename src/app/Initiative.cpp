@@ -5,17 +5,14 @@
 namespace Kestoboard
 {
 
-namespace
-{
+thread_local Initiative::Cause Initiative::cause = Initiative::Cause::Unknown;
 
-thread_local bool isPanels = false;
-
-bool getNext(const QObject* receiver, QEvent::Type type, bool current)
+Initiative::Cause Initiative::getNext(const QObject* receiver, QEvent::Type type, Cause current)
 {
     switch (type) {
     case QEvent::Timer:
         // The timers that a widget has inside serve what a person does with it.
-        return qobject_cast<const QTimer*>(receiver) != nullptr;
+        return qobject_cast<const QTimer*>(receiver) != nullptr ? Cause::Panel : Cause::Unknown;
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonRelease:
     case QEvent::MouseButtonDblClick:
@@ -25,28 +22,31 @@ bool getNext(const QObject* receiver, QEvent::Type type, bool current)
     case QEvent::Wheel:
     case QEvent::TouchEnd:
     case QEvent::Drop:
-        return false;
+        return Cause::Person;
     default:
         return current;
     }
 }
 
-} // namespace
-
 Initiative::Delivery::Delivery(const QObject* receiver, const QEvent* event)
-    : wasPanels(isPanels)
+    : former(cause)
 {
-    isPanels = getNext(receiver, event->type(), isPanels);
+    cause = getNext(receiver, event->type(), cause);
 }
 
 Initiative::Delivery::~Delivery()
 {
-    isPanels = wasPanels;
+    cause = former;
 }
 
 bool Initiative::isPersons()
 {
-    return !isPanels;
+    return cause != Cause::Panel;
+}
+
+bool Initiative::isPress()
+{
+    return cause == Cause::Person;
 }
 
 } // namespace Kestoboard

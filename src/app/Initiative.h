@@ -14,6 +14,8 @@ namespace Kestoboard
 /// Each thread has its own.
 class Initiative
 {
+    enum class Cause { Unknown, Person, Panel };
+
 public:
     /// Lives as long as the event is being delivered, from `notify` of the application.
     class Delivery
@@ -25,11 +27,18 @@ public:
         Delivery& operator=(const Delivery&) = delete;
 
     private:
-        const bool wasPanels;
+        const Cause former;
     };
 
     /// True also where no event is being delivered.
     static bool isPersons();
+    /// Whether what happens is the work of a key or a button that a person has pressed.
+    static bool isPress();
+
+private:
+    static Cause getNext(const QObject* receiver, QEvent::Type type, Cause current);
+
+    static thread_local Cause cause;
 };
 
 } // namespace Kestoboard

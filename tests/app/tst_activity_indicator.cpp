@@ -15,6 +15,7 @@
 #include <Board/KSBaseHandler.h>
 #include <foundation/Console.h>
 
+#include <QAction>
 #include <QDir>
 #include <QFile>
 #include <QKeyEvent>
@@ -97,6 +98,7 @@ private slots:
     void theVerdictOfTheLastCommandStays_data();
     void theVerdictOfTheLastCommandStays();
     void whatThePanelAsksByItselfIsNotTold();
+    void aListingThatAPersonAskedForIsTold();
     void theSameIconIsNotPaintedAgain();
     void aListingThatFailsIsTold();
     void theDirectoryOfAFileIsLeftOut();
@@ -454,6 +456,23 @@ void TestActivityIndicator::whatThePanelAsksByItselfIsNotTold()
     panel->getEngine()->refreshTamsaMap();
     panel->getEngine()->getMonitor(0);
     QCOMPARE(indicator->getText(), QString("Idle"));
+}
+
+void TestActivityIndicator::aListingThatAPersonAskedForIsTold()
+{
+    QAction refresh;
+    refresh.setShortcut(QKeySequence(Qt::Key_F5));
+    connect(&refresh, &QAction::triggered, this, [this] { panel->getEngine()->refreshTamsaMap(); });
+    panel->getWindow()->addAction(&refresh);
+    panel->getWindow()->show();
+    QVERIFY(QTest::qWaitForWindowActive(panel->getWindow()));
+    QTest::keyClick(panel->getWindow(), Qt::Key_F5);
+    QTRY_VERIFY2(indicator->getText().startsWith("\"board list\" succeeded after "),
+                 qPrintable(indicator->getText()));
+    // The panel's own leave that as it is, also when the last press is long over.
+    const QString told = indicator->getText();
+    doByTimer([this] { panel->getEngine()->refreshTamsaMap(); });
+    QCOMPARE(indicator->getText(), told);
 }
 
 void TestActivityIndicator::theSameIconIsNotPaintedAgain()
