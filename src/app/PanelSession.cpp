@@ -4,6 +4,7 @@
 #include "app/LastWords.h"
 #include "app/PanelApplication.h"
 #include "app/RecentLoads.h"
+#include "app/SettingsCheck.h"
 #include "app/SimulatedTool.h"
 #include "app/StartFailure.h"
 #include "app/StartupWait.h"
@@ -58,6 +59,10 @@ PanelSession::~PanelSession() = default;
 
 int PanelSession::run()
 {
+    // First, as only who reads a file first is told that it cannot be understood.
+    for (const QString& sentence : checkSettings()) {
+        Orvex::console->warning(sentence.toUtf8().constData(), "");
+    }
     if (options.isSimulating) {
         SimulatedTool::enable(options.scenario);
     }

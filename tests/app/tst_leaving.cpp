@@ -5,6 +5,7 @@
 #include "support/Bench.h"
 #include "support/TestMain.h"
 
+#include <QDir>
 #include <QFile>
 
 using Test::Bench;
@@ -25,6 +26,7 @@ private slots:
     void leavingWhileTheToolIsSilentAtTheStart();
     void theDesktopsRequestToEndIsFollowed();
     void aBitstreamOnTheCommandLineIsChosenAndNotLoaded();
+    void settingsThatCannotBeUnderstoodArePutAside();
     void anExceptionThatLeavesASlotIsReported_data();
     void anExceptionThatLeavesASlotIsReported();
 
@@ -130,6 +132,19 @@ void TestLeaving::aBitstreamOnTheCommandLineIsChosenAndNotLoaded()
     play("tell-choice", {"design.ksb"});
     QVERIFY(program->getOutput().contains("chosen " + bench->getPath("design.ksb") + "\n"));
     QVERIFY(bench->getJournal().filter("chip bitstream").isEmpty());
+}
+
+void TestLeaving::settingsThatCannotBeUnderstoodArePutAside()
+{
+    QDir().mkpath("config/Kestoboard");
+    const QByteArray nonsense("[Window\nno sign of equality\n");
+    const QString file = bench->writeFile("config/Kestoboard/kestoboard.conf", nonsense);
+    program->setVariable("XDG_CONFIG_HOME", bench->getPath("config"));
+    play("leave-when-idle");
+    QCOMPARE(program->getOutput().count("The settings in " + file + " cannot be understood"), 1);
+    QCOMPARE(bench->readFile("config/Kestoboard/kestoboard.conf.bad"), nonsense);
+    // The new ones are kept.
+    QVERIFY(bench->readFile("config/Kestoboard/kestoboard.conf").contains("frequencyUnit=MHz"));
 }
 
 void TestLeaving::anExceptionThatLeavesASlotIsReported_data()

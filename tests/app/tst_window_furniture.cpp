@@ -8,6 +8,7 @@
 #include "app/DropTarget.h"
 #include "app/KeyboardMap.h"
 #include "app/RestingCursor.h"
+#include "app/SettingsCheck.h"
 #include "app/Shutdown.h"
 #include "support/Bench.h"
 #include "support/ConsoleRecorder.h"
@@ -338,7 +339,11 @@ void TestWindowFurniture::nonsenseInTheSettingsGivesTheFirstLayout()
                                   "consoleTimesCopied", "consoleWrap", "consoleLimit"}) {
         QSettings().setValue(QString("Window/") + key, value);
     }
+    QCOMPARE(Kestoboard::checkSettings(),
+             QStringList("Settings that cannot be used are passed over: Window/consoleLimit"));
+    QCOMPARE(Kestoboard::checkSettings(), QStringList());
     makeWindow();
+    QCOMPARE(panel->find<Zandu::ConsoleWidget>()->getLineLimit(), 200'000);
     QCOMPARE(panel->getWindow()->size(), size);
     QTRY_COMPARE(panel->find<QSplitter>()->sizes(), sizes);
     QCOMPARE(panel->find<QSplitter>()->orientation(), Qt::Vertical);
@@ -519,6 +524,13 @@ void TestWindowFurniture::aSchemeThatDoesNotExistIsTheDesktops()
 {
     QSettings().setValue("Window/scheme", "Purple");
     QCOMPARE(schemes->getChoice(), SchemeChoice::Choice::System);
+    QCOMPARE(Kestoboard::checkSettings(),
+             QStringList("Settings that cannot be used are passed over: Window/scheme"));
+    for (const char* const scheme : {"System", "Light", "Dark"}) {
+        QSettings().setValue("Window/scheme", scheme);
+        QSettings().setValue("Window/consoleLimit", 1000);
+        QCOMPARE(Kestoboard::checkSettings(), QStringList());
+    }
 }
 
 void TestWindowFurniture::theStyleSheetComesWithTheFirstWindowThatIsShown()
