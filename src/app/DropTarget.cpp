@@ -7,6 +7,7 @@
 #include <foundation/Console.h>
 
 #include <QDropEvent>
+#include <QLineEdit>
 #include <QMimeData>
 #include <QUrl>
 
@@ -29,11 +30,16 @@ DropTarget::DropTarget(Board::MainWindow* panel)
 {
     window->setAcceptDrops(true);
     window->installEventFilter(this);
+    // A field that may be typed into would take the address of a file as its text.
+    for (QLineEdit* const field : window->findChildren<QLineEdit*>()) {
+        field->installEventFilter(this);
+    }
 }
 
 bool DropTarget::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() != QEvent::DragEnter && event->type() != QEvent::Drop) {
+    if (event->type() != QEvent::DragEnter && event->type() != QEvent::DragMove &&
+        event->type() != QEvent::Drop) {
         return QObject::eventFilter(watched, event);
     }
     auto* const drop = static_cast<QDropEvent*>(event);

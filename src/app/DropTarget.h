@@ -14,14 +14,15 @@ class MainWindow;
 namespace Kestoboard
 {
 
-/// Takes a bitstream file that is dropped on the window and shows it chosen. What cannot be taken
-/// is refused with a sentence on the console.
+/// Takes a bitstream file that is dropped on the window, also on one of its text fields, and shows
+/// it chosen. What cannot be taken is refused with a sentence on the console. Text goes where it is
+/// dropped.
 class DropTarget : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Belongs to the window.
+    /// Belongs to the window, whose fields are all there already.
     explicit DropTarget(Board::MainWindow* panel);
 
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -27,6 +27,7 @@
 #include <QDesktopServices>
 #include <QDropEvent>
 #include <QFileDialog>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
@@ -75,6 +76,8 @@ private slots:
     void whatCannotBeChosenIsRefusedWithASentence_data();
     void whatCannotBeChosenIsRefusedWithASentence();
     void aDropWithoutFilesIsLeftToOthers();
+    void aFileDroppedOnAFieldIsChosenAndNotTyped();
+    void aTextDroppedOnAFieldIsTyped();
     void theLayoutComesBack();
     void nonsenseInTheSettingsGivesTheFirstLayout_data();
     void nonsenseInTheSettingsGivesTheFirstLayout();
@@ -108,7 +111,9 @@ private:
     void waitForTheBoardAnd(const std::function<void()>& action);
     QAction* findAction(const QString& text) const;
     /// Sends a drop as the desktop does; returns whether the window takes it.
-    bool drop(const QList<QUrl>& urls);
+    bool drop(const QList<QUrl>& urls) { return drop(urls, panel->getWindow()); }
+    /// The same onto a part of the window; without addresses it is the text "words".
+    bool drop(const QList<QUrl>& urls, QWidget* target);
 
     QUrl openedUrl;
     QScopedPointer<Bench> bench;
@@ -158,11 +163,13 @@ QAction* TestWindowFurniture::findAction(const QString& text) const
     return nullptr;
 }
 
-bool TestWindowFurniture::drop(const QList<QUrl>& urls)
+bool TestWindowFurniture::drop(const QList<QUrl>& urls, QWidget* target)
 {
     QMimeData data;
     if (!urls.isEmpty()) {
         data.setUrls(urls);
+        // File managers offer the address as text too.
+        data.setText(urls.first().toString());
     } else {
         data.setText("words");
     }
@@ -170,15 +177,22 @@ bool TestWindowFurniture::drop(const QList<QUrl>& urls)
     QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton,
                           Qt::NoModifier);
     enter.ignore();
-    QApplication::sendEvent(panel->getWindow(), &enter);
+    QApplication::sendEvent(target, &enter);
     if (!enter.isAccepted()) {
+        return false;
+    }
+    QDragMoveEvent move(QPoint(10, 10), Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton,
+                        Qt::NoModifier);
+    move.accept();
+    QApplication::sendEvent(target, &move);
+    if (!move.isAccepted()) {
         return false;
     }
     QDropEvent event(QPointF(10, 10), Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton,
                      Qt::NoModifier);
     event.ignore();
-    QApplication::sendEvent(panel->getWindow(), &event);
-    return event.isAccepted() && event.dropAction() == Qt::CopyAction;
+    QApplication::sendEvent(target, &event);
+    return event.isAccepted() && (urls.isEmpty() || event.dropAction() == Qt::CopyAction);
 }
 
 void TestWindowFurniture::theTitleNamesTheDirectoryAndTheProgram()
@@ -301,6 +315,29 @@ void TestWindowFurniture::aDropWithoutFilesIsLeftToOthers()
     ConsoleRecorder recorder;
     QVERIFY(!drop({}));
     QVERIFY(recorder.getLines().isEmpty());
+}
+
+void TestWindowFurniture::aFileDroppedOnAFieldIsChosenAndNotTyped()
+{
+    const QString path = bench->writeFile("design.ksb", "bits");
+    const QList<QLineEdit*> fields = panel->getWindow()->findChildren<QLineEdit*>();
+    QVERIFY(fields.size() >= 4);
+    for (QLineEdit* const field : fields) {
+        const QString text = field->text();
+        panel->getFolio()->raiseLeaf(0);
+        QVERIFY(drop({QUrl::fromLocalFile(path)}, field));
+        QVERIFY(!field->text().contains("file:"));
+        QTRY_COMPARE(Kestoboard::getChosenBitstream(*panel->getWindow()), path);
+        QCOMPARE(field->text(), text);
+        QCOMPARE(panel->getFolio()->getCurrentIndex(), panel->getFolio()->getBitstreamIndex());
+    }
+}
+
+void TestWindowFurniture::aTextDroppedOnAFieldIsTyped()
+{
+    auto* const field = panel->find<Zandu::ConsoleWidget>()->findChild<QLineEdit*>();
+    QVERIFY(drop({}, field));
+    QCOMPARE(field->text(), QString("words"));
 }
 
 void TestWindowFurniture::theLayoutComesBack()
