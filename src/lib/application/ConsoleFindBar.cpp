@@ -57,9 +57,7 @@ ConsoleFindBar::ConsoleFindBar(ConsoleView* searchedView, QWidget* parent)
     connect(&countTimer, &QTimer::timeout, this, &ConsoleFindBar::countSlice);
     connect(field, &QLineEdit::textChanged, this, [this] {
         restartCount();
-        const QTextCursor cursor = view->textCursor();
-        const QTextBlock block = view->document()->findBlock(cursor.selectionStart());
-        selectFrom(block, cursor.selectionStart() - block.position());
+        findNearest();
     });
     connect(caseButton, &QToolButton::toggled, this, &ConsoleFindBar::restartCount);
     connect(previous, &QToolButton::clicked, this, &ConsoleFindBar::findPrevious);
@@ -116,6 +114,20 @@ void ConsoleFindBar::findPrevious()
     if (!selectBefore(block, position - block.position())) {
         const QTextBlock last = view->document()->lastBlock();
         selectBefore(last, last.length());
+    }
+}
+
+/// Selects the match at the cursor or after it, else the last one above: the cursor stands at the
+/// end of a console that nobody has touched.
+void ConsoleFindBar::findNearest()
+{
+    if (field->text().isEmpty()) {
+        return;
+    }
+    const int position = view->textCursor().selectionStart();
+    const QTextBlock block = view->document()->findBlock(position);
+    if (!selectFrom(block, position - block.position())) {
+        selectBefore(block, block.length());
     }
 }
 

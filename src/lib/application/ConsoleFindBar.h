@@ -38,6 +38,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    void findNearest();
     void restartCount();
     void countSlice();
     void showCount();

@@ -87,6 +87,7 @@ private slots:
     void theJumpButtonLeadsBackToTheEnd();
     void followsTheEndWhenItIsMadeSmaller();
     void aSelectionStaysWhatItWasWhileLinesCome();
+    void linesOverTheLimitGoInLargeSteps_data();
     void linesOverTheLimitGoInLargeSteps();
     void aSecondDropAddsToTheFirst();
     void aLowerLimitDropsAtOnce();
@@ -96,6 +97,8 @@ private slots:
     void theFilterHidesWithoutForgetting();
     void aCopyLeavesOutWhatTheFilterHides();
     void findsAndCounts();
+    void goesToTheMatchWhileOneTypes();
+    void typingPrefersTheMatchBelowTheCursor();
     void findsTheNextAndThePreviousAroundTheEnds();
     void tellsWhichMatchIsSelected();
     void findsWithTheCaseOfTheLetters();
@@ -567,17 +570,30 @@ void ConsoleWidgetTest::aSelectionStaysWhatItWasWhileLinesCome()
     QCOMPARE(view->textCursor().selectedText(), before);
 }
 
+void ConsoleWidgetTest::linesOverTheLimitGoInLargeSteps_data()
+{
+    QTest::addColumn<int>("limit");
+    QTest::addColumn<int>("step");
+    QTest::newRow("a tenth of the limit") << 100 << 10;
+    QTest::newRow("no more than is felt") << 30000 << 2000;
+}
+
 void ConsoleWidgetTest::linesOverTheLimitGoInLargeSteps()
 {
-    widget->setLineLimit(100);
-    printLines(110);
-    QCOMPARE(view->blockCount(), 110);
+    QFETCH(int, limit);
+    QFETCH(int, step);
+    widget->setLineLimit(limit);
+    printLines(limit + step);
+    QCOMPARE(view->blockCount(), limit + step);
     console->print("one more", "");
     showAll();
-    QCOMPARE(view->blockCount(), 100);
-    QCOMPARE(getLines().first(), QStringLiteral("(12 earlier lines were dropped.)"));
-    QCOMPARE(getLines().at(1), QStringLiteral("line 12"));
-    QCOMPARE(getLines().last(), QStringLiteral("one more"));
+    QCOMPARE(view->blockCount(), limit);
+    const Lines lines = getLines();
+    // One line beyond the step, and the one that makes room for the remark.
+    QCOMPARE(lines.first(),
+             QStringLiteral("(%1 earlier lines were dropped.)").arg(QLocale().toString(step + 2)));
+    QCOMPARE(lines.at(1), QString::fromStdString(getNumbered(step + 2)));
+    QCOMPARE(lines.last(), QStringLiteral("one more"));
 }
 
 void ConsoleWidgetTest::aSecondDropAddsToTheFirst()
@@ -692,13 +708,42 @@ void ConsoleWidgetTest::findsAndCounts()
     console->print("one two one", "");
     console->print("One", "");
     search(QStringLiteral("one"));
-    QTRY_VERIFY(getLabel(QStringLiteral("3 matches")) != nullptr);
+    QTRY_VERIFY(getLabel(QStringLiteral("3 of 3")) != nullptr);
     search(QStringLiteral("two"));
-    QTRY_VERIFY(getLabel(QStringLiteral("1 match")) != nullptr);
+    QTRY_VERIFY(getLabel(QStringLiteral("1 of 1")) != nullptr);
+    view->moveCursor(QTextCursor::End);
+    QVERIFY(getLabel(QStringLiteral("1 match")) != nullptr);
     search(QStringLiteral("three"));
     QTRY_VERIFY(getLabel(QStringLiteral("No match")) != nullptr);
     widget->findNext();
     QVERIFY(getLabel(QStringLiteral("No match")) != nullptr);
+}
+
+void ConsoleWidgetTest::goesToTheMatchWhileOneTypes()
+{
+    console->print("launched", "");
+    printLines(300);
+    QVERIFY(view->textCursor().atEnd());
+    widget->find();
+    auto* field = widget->findChild<QLineEdit*>();
+    QTest::keyClicks(field, QStringLiteral("line 10"));
+    QCOMPARE(view->textCursor().block().text(), QStringLiteral("line 109"));
+    QVERIFY(view->viewport()->rect().contains(view->cursorRect()));
+    field->selectAll();
+    QTest::keyClicks(field, QStringLiteral("launched"));
+    QCOMPARE(view->textCursor().selectedText(), QStringLiteral("launched"));
+    QVERIFY(view->viewport()->rect().contains(view->cursorRect()));
+    QTRY_VERIFY(getLabel(QStringLiteral("1 of 1")) != nullptr);
+}
+
+void ConsoleWidgetTest::typingPrefersTheMatchBelowTheCursor()
+{
+    printLines(30);
+    view->setTextCursor(QTextCursor(view->document()->findBlockByNumber(15)));
+    search(QStringLiteral("line 1"));
+    QCOMPARE(view->textCursor().block().text(), QStringLiteral("line 15"));
+    search(QStringLiteral("line 2"));
+    QCOMPARE(view->textCursor().block().text(), QStringLiteral("line 20"));
 }
 
 void ConsoleWidgetTest::findsTheNextAndThePreviousAroundTheEnds()
@@ -746,9 +791,9 @@ void ConsoleWidgetTest::findsWithTheCaseOfTheLetters()
 {
     console->print("one One", "");
     search(QStringLiteral("One"));
-    QTRY_VERIFY(getLabel(QStringLiteral("2 matches")) != nullptr);
+    QTRY_VERIFY(getLabel(QStringLiteral("2 of 2")) != nullptr);
     getButton(QStringLiteral("Match upper and lower case"))->click();
-    QTRY_VERIFY(getLabel(QStringLiteral("1 match")) != nullptr);
+    QTRY_VERIFY(getLabel(QStringLiteral("1 of 1")) != nullptr);
     widget->findNext();
     QCOMPARE(view->textCursor().selectedText(), QStringLiteral("One"));
 }
@@ -759,7 +804,7 @@ void ConsoleWidgetTest::findsOnlyWhatIsShown()
     console->error("needle in error", "");
     getAction(QStringLiteral("Errors only"))->trigger();
     search(QStringLiteral("needle"));
-    QTRY_VERIFY(getLabel(QStringLiteral("1 match")) != nullptr);
+    QTRY_VERIFY(getLabel(QStringLiteral("1 of 1")) != nullptr);
     widget->findNext();
     widget->findNext();
     QCOMPARE(view->textCursor().block().text(), QStringLiteral("needle in error"));
