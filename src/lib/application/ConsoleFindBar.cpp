@@ -11,6 +11,7 @@
 #include <QLocale>
 #include <QToolButton>
 
+#include <algorithm>
 #include <chrono>
 
 namespace Zandu
@@ -266,7 +267,8 @@ int ConsoleFindBar::findIn(const QTextBlock& block, int column) const
 int ConsoleFindBar::findLastIn(const QTextBlock& block, int column) const
 {
     const QString wanted = field->text();
-    const int from = column - wanted.size();
+    // The length of a block counts the line's end, from where the toolkit finds nothing.
+    const int from = std::min(column, block.length() - 1) - wanted.size();
     return wanted.isEmpty() || !block.isVisible() || from < 0
                ? -1
                : block.text().lastIndexOf(wanted, from, getCase());

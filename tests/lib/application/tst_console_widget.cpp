@@ -100,6 +100,7 @@ private slots:
     void goesToTheMatchWhileOneTypes();
     void typingPrefersTheMatchBelowTheCursor();
     void findsTheNextAndThePreviousAroundTheEnds();
+    void findsASingleLetterBackwards();
     void tellsWhichMatchIsSelected();
     void findsWithTheCaseOfTheLetters();
     void findsOnlyWhatIsShown();
@@ -764,6 +765,18 @@ void ConsoleWidgetTest::findsTheNextAndThePreviousAroundTheEnds()
     widget->findNext();
     widget->findNext();
     QCOMPARE(getFound(), QStringLiteral("line 29"));
+}
+
+void ConsoleWidgetTest::findsASingleLetterBackwards()
+{
+    console->print("axa", "");
+    console->print("a", "");
+    search(QStringLiteral("a"));
+    QCOMPARE(view->textCursor().selectionStart(), 4);
+    for (const int expected : {2, 0, 4}) {
+        widget->findPrevious();
+        QCOMPARE(view->textCursor().selectionStart(), expected);
+    }
 }
 
 void ConsoleWidgetTest::tellsWhichMatchIsSelected()
