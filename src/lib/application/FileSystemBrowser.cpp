@@ -11,12 +11,14 @@
 #include <foundation/Text.h>
 #include <foundation/Theme.h>
 
+#include <QAction>
 #include <QApplication>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLocale>
+#include <QMenu>
 #include <QScrollBar>
 #include <QShortcut>
 #include <QToolButton>
@@ -25,6 +27,7 @@
 
 #include <chrono>
 #include <list>
+#include <tuple>
 
 namespace Zandu
 {
@@ -74,6 +77,7 @@ FileSystemBrowser::FileSystemBrowser(const QString& path, QDir::Filters entryFil
     , model(new DirectoryModel(this))
 {
     buildTree();
+    createSortActions();
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(4);
@@ -201,6 +205,35 @@ void FileSystemBrowser::buildTree()
 
     connect(tree, &QTreeView::doubleClicked, this, &FileSystemBrowser::activate);
     connect(tree, &QTreeView::clicked, this, &FileSystemBrowser::onClicked);
+}
+
+/// What a click on a column does, for the keys and the context menu.
+void FileSystemBrowser::createSortActions()
+{
+    const std::tuple<QString, const char*, DirectoryColumn> columns[] = {
+        {tr("Sort by &name"), "Alt+1", DirectoryColumn::Name},
+        {tr("Sort by &size"), "Alt+2", DirectoryColumn::Size},
+        {tr("Sort by &date"), "Alt+3", DirectoryColumn::Modified},
+    };
+    for (const auto& [text, keys, column] : columns) {
+        auto* action = new QAction(text, this);
+        action->setShortcut(QKeySequence::fromString(QString::fromLatin1(keys)));
+        action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+        connect(action, &QAction::triggered, this,
+                [this, section = static_cast<int>(column)] { sortBy(section); });
+        addAction(action);
+    }
+    tree->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(tree, &QWidget::customContextMenuRequested, this, &FileSystemBrowser::showContextMenu);
+}
+
+void FileSystemBrowser::showContextMenu(const QPoint& place)
+{
+    // Shown and not waited for: whoever waits for the board tool goes on in the meantime.
+    auto* menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->addActions(actions());
+    menu->popup(tree->viewport()->mapToGlobal(place));
 }
 
 QWidget* FileSystemBrowser::createPathRow()
@@ -353,6 +386,15 @@ void FileSystemBrowser::select(const QString& name)
         tree->setCurrentIndex(index);
         tree->scrollTo(index, QAbstractItemView::PositionAtCenter);
     }
+}
+
+/// By the column that it is sorted by already: the other way round.
+void FileSystemBrowser::sortBy(int column)
+{
+    QHeaderView* header = tree->header();
+    const bool reversed = header->sortIndicatorSection() == column &&
+                          header->sortIndicatorOrder() == Qt::AscendingOrder;
+    header->setSortIndicator(column, reversed ? Qt::DescendingOrder : Qt::AscendingOrder);
 }
 
 void FileSystemBrowser::sort()

@@ -72,6 +72,8 @@ protected:
 
 private:
     void buildTree();
+    void createSortActions();
+    void showContextMenu(const QPoint& place);
     QWidget* createPathRow();
     void openParent();
     void activate(const QModelIndex& index);
@@ -84,6 +86,7 @@ private:
     void displayLatest();
     void display(const DirectoryListing& listing);
     void select(const QString& name);
+    void sortBy(int column);
     void sort();
     DirectoryRequest getRequest(const QString& path) const;
     QString getRemark(const DirectoryListing& listing) const;

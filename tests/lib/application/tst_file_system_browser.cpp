@@ -10,6 +10,8 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
+#include <QPointer>
 #include <QScopeGuard>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -134,6 +136,8 @@ private slots:
     void theSelectionGoesWithItsFile();
     void sortsNamesAsAPersonDoes();
     void sortsBySizeAndDateWithDirectoriesFirst();
+    void theKeysSortAndTurnTheOrderRound();
+    void theContextMenuSorts();
     void theSelectionOutlivesSorting();
     void typingFindsAnEntry();
     void aFileIsChosenFromOutside();
@@ -613,6 +617,39 @@ void FileSystemBrowserTest::sortsBySizeAndDateWithDirectoriesFirst()
     tree->header()->setSortIndicator(0, Qt::DescendingOrder);
     tree->header()->setSortIndicator(2, Qt::DescendingOrder);
     QTRY_COMPARE_WITH_TIMEOUT(getNames(), large, patience);
+}
+
+void FileSystemBrowserTest::theKeysSortAndTurnTheOrderRound()
+{
+    const Names up = {QStringLiteral("designs"), QStringLiteral("blinky.ksb"),
+                      QStringLiteral("counter.ksb")};
+    const Names down = {QStringLiteral("designs"), QStringLiteral("counter.ksb"),
+                        QStringLiteral("blinky.ksb")};
+    tree->setFocus();
+    QTest::keyClick(tree, Qt::Key_1, Qt::AltModifier);
+    QTRY_COMPARE_WITH_TIMEOUT(getNames(), down, patience);
+    QTest::keyClick(tree, Qt::Key_1, Qt::AltModifier);
+    QTRY_COMPARE_WITH_TIMEOUT(getNames(), up, patience);
+    QTest::keyClick(tree, Qt::Key_2, Qt::AltModifier);
+    QCOMPARE(tree->header()->sortIndicatorSection(), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(getNames(), down, patience);
+    // From the path field as well.
+    browser->findChild<QLineEdit*>()->setFocus();
+    QTest::keyClick(browser->findChild<QLineEdit*>(), Qt::Key_3, Qt::AltModifier);
+    QCOMPARE(tree->header()->sortIndicatorSection(), 2);
+    QCOMPARE(tree->header()->sortIndicatorOrder(), Qt::AscendingOrder);
+}
+
+void FileSystemBrowserTest::theContextMenuSorts()
+{
+    emit tree->customContextMenuRequested(QPoint(20, 20));
+    const QPointer<QMenu> menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    QVERIFY(menu);
+    QCOMPARE(menu->actions().size(), 3);
+    QTest::keyClick(menu.data(), Qt::Key_S);
+    QTRY_VERIFY_WITH_TIMEOUT(!menu, patience);
+    QCOMPARE(tree->header()->sortIndicatorSection(), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(getNames().at(1), QStringLiteral("counter.ksb"), patience);
 }
 
 void FileSystemBrowserTest::theSelectionOutlivesSorting()
