@@ -1,5 +1,7 @@
 #include "app/KeyboardMap.h"
 
+#include <application/ConsoleWidget.h>
+#include <application/FileSystemBrowser.h>
 #include <foundation/Debug.h>
 #include <foundation/Theme.h>
 
@@ -11,6 +13,8 @@
 #include <QMenuBar>
 #include <QTreeWidget>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace Kestoboard
 {
@@ -43,6 +47,31 @@ QList<QAction*> getActions(const QMainWindow& window)
     return actions;
 }
 
+template <class Part>
+bool belongsTo(const QAction& action)
+{
+    const QList<QWidget*> owners = action.associatedWidgets();
+    return std::any_of(owners.begin(), owners.end(), [](const QWidget* owner) {
+        return qobject_cast<const Part*>(owner) != nullptr;
+    });
+}
+
+/// The part of the window in which the keys of an action work, for the end of a sentence; empty
+/// when they work everywhere.
+QString getPlace(const QAction& action)
+{
+    if (action.shortcutContext() != Qt::WidgetWithChildrenShortcut) {
+        return {};
+    }
+    if (belongsTo<Zandu::ConsoleWidget>(action)) {
+        return KeyboardMap::tr("in the console");
+    }
+    if (belongsTo<Zandu::FileSystemBrowser>(action)) {
+        return KeyboardMap::tr("in the browser");
+    }
+    return {};
+}
+
 } // namespace
 
 KeyboardMap::KeyboardMap(QMainWindow* window)
@@ -72,7 +101,11 @@ void KeyboardMap::addActions(const QMainWindow& window)
 {
     for (const QAction* const action : getActions(window)) {
         if (!action->shortcut().isEmpty() && !action->text().isEmpty()) {
-            addRow(action->shortcut().toString(QKeySequence::NativeText), getPlainText(*action));
+            const QString effect = getPlainText(*action);
+            const QString place = getPlace(*action);
+            addRow(action->shortcut().toString(QKeySequence::NativeText),
+                   place.isEmpty() ? effect
+                                   : tr("%1, %2", "an effect and where").arg(effect, place));
         }
     }
 }

@@ -22,6 +22,7 @@
 #include <QHeaderView>
 #include <QMenu>
 #include <QMenuBar>
+#include <QShortcut>
 #include <QSplitter>
 #include <QTreeView>
 #include <QUrl>
@@ -66,6 +67,7 @@ Menus::Menus(Board::MainWindow* panel, const MenuTargets& actedOn)
     buildBoardMenu();
     buildConsoleMenu();
     buildHelpMenu();
+    addMenuKey();
 }
 
 QMenu* Menus::addMenu(const QString& title)
@@ -216,6 +218,15 @@ void Menus::buildHelpMenu()
     QAction* const about =
         addAction(menu, "about", tr("&About Kestoboard"), {}, [this] { showAbout(); });
     about->setMenuRole(QAction::AboutRole);
+}
+
+/// The key that desktops give to the menus; the toolkit leaves it to the application.
+void Menus::addMenuKey()
+{
+    const auto* const key = new QShortcut(getKeys(QStringLiteral("F10")), window);
+    QMenuBar* const bar = window->menuBar();
+    connect(key, &QShortcut::activated, bar,
+            [bar] { bar->setActiveAction(bar->actions().first()); });
 }
 
 void Menus::openBitstream()

@@ -60,6 +60,7 @@ private:
                     void (*choose)(int));
     void buildConsoleMenu();
     void buildHelpMenu();
+    void addMenuKey();
     QMenu* addMenu(const QString& title);
     template <class Work>
     QAction* addAction(QMenu* menu, const char* iconName, const QString& text, const QString& keys,

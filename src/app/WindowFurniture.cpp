@@ -12,6 +12,7 @@
 
 #include <Board/BrowseFolio.h>
 #include <Board/MainWindow.h>
+#include <application/FileSystemBrowser.h>
 
 #include <foundation/PlainText.h>
 
@@ -19,6 +20,7 @@
 #include <QDir>
 #include <QLineEdit>
 #include <QStatusBar>
+#include <QTreeView>
 
 namespace Kestoboard
 {
@@ -96,9 +98,13 @@ void WindowFurniture::addRemarks()
     }
 }
 
-/// The page that shows at the start is there to choose a file.
+/// The page that shows at the start is there to choose a file, under Recent or, when one is named
+/// already, under Browse: each half remembers its list as the place to begin at.
 void WindowFurniture::focusFirstControl()
 {
+    if (const auto* const browser = window->findChild<Zandu::FileSystemBrowser*>()) {
+        browser->findChild<QTreeView*>()->setFocus();
+    }
     if (auto* const recent = window->findChild<Board::BrowseFolio::RecentWidget*>()) {
         recent->setFocus();
     }

@@ -1,5 +1,7 @@
 #include "app/WindowState.h"
 
+#include "app/FirstGeometry.h"
+
 #include <Board/MainWindow.h>
 #include <application/ConsoleWidget.h>
 #include <application/FixedFont.h>
@@ -8,6 +10,7 @@
 #include <QScreen>
 #include <QSettings>
 #include <QSplitter>
+#include <QStyle>
 
 namespace Kestoboard
 {
@@ -17,7 +20,6 @@ namespace
 
 /// Goes up when the meaning of what is stored changes.
 const int currentVersion = 1;
-const QSize firstSize(1024, 768);
 /// The pages get this share of the height, in percent.
 const int pagesShare = 65;
 
@@ -64,6 +66,15 @@ QString getWrapKey()
 QString getLimitKey()
 {
     return QStringLiteral("consoleLimit");
+}
+
+/// Before a window has been shown nobody knows its frame: a title bar of the style is close to it.
+QSize getFrame(const QWidget& window)
+{
+    const QSize known = window.frameGeometry().size() - window.size();
+    const int border = window.style()->pixelMetric(QStyle::PM_MdiSubWindowFrameWidth);
+    const int title = window.style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    return known.expandedTo(QSize(2 * border, title + border));
 }
 
 } // namespace
@@ -139,13 +150,11 @@ void WindowState::reset()
     window->setWindowState(window->windowState() & ~(Qt::WindowMaximized | Qt::WindowFullScreen));
     const QScreen* const screen = QGuiApplication::primaryScreen();
     const QRect available = screen != nullptr ? screen->availableGeometry() : QRect();
-    const QSize size = firstSize.boundedTo(available.size()).expandedTo(window->minimumSize());
+    const FirstGeometry first =
+        getFirstGeometry(available, window->minimumSize(), getFrame(*window));
+    const QSize size = first.size;
     window->resize(size);
-    if (available.isValid()) {
-        // On a screen smaller than the window the title bar stays in reach.
-        const QPoint place = available.center() - QRect(QPoint(), size).center();
-        window->move(qMax(available.left(), place.x()), qMax(available.top(), place.y()));
-    }
+    window->move(first.place);
     if (auto* const splitter = window->findChild<QSplitter*>()) {
         const int pages = size.height() * pagesShare / 100;
         splitter->setSizes({pages, size.height() - pages});

@@ -6,6 +6,7 @@
 #include "app/ActivityIndicator.h"
 #include "app/ChosenBitstream.h"
 #include "app/DropTarget.h"
+#include "app/FirstGeometry.h"
 #include "app/KeyboardMap.h"
 #include "app/RestingCursor.h"
 #include "app/SettingsCheck.h"
@@ -20,6 +21,7 @@
 #include <Board/Folio.h>
 #include <Board/KSBaseHandler.h>
 #include <application/ConsoleWidget.h>
+#include <application/FileSystemBrowser.h>
 
 #include <QAccessible>
 #include <QClipboard>
@@ -27,6 +29,7 @@
 #include <QDesktopServices>
 #include <QDropEvent>
 #include <QFileDialog>
+#include <QHeaderView>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
@@ -37,7 +40,9 @@
 #include <QSettings>
 #include <QSplitter>
 #include <QStyleHints>
+#include <QToolButton>
 #include <QTreeWidget>
+#include <QWheelEvent>
 
 #include <functional>
 
@@ -86,6 +91,10 @@ private slots:
     void aSizeThatNobodyChoseFollowsTheSystem();
     void theConsolesOptionsComeBack();
     void theFirstLayoutFitsTheScreen();
+    void theFirstLayoutLeavesRoomForTheFrame_data();
+    void theFirstLayoutLeavesRoomForTheFrame();
+    void theFirstControlHasTheFocus_data();
+    void theFirstControlHasTheFocus();
     void theConsoleIsSavedWithoutHoldingUpAVerdict();
     void theMenuOfTheConsoleHoldsUpNoVerdict();
     void theFolderOfTheTranscriptIsShown();
@@ -97,6 +106,7 @@ private slots:
     void theStyleSheetComesWithTheFirstWindowThatIsShown();
     void theTextCursorRestsUntilSomebodyTouchesSomething();
     void theKeyboardMapListsEveryShortcut();
+    void theKeysOfTheMapDoWhatItSays();
     void theReportCanBeCopied();
     void anEmptyListOfRecentFilesSaysWhatBelongsThere();
     void everyControlHasAName();
@@ -110,6 +120,12 @@ private:
     /// Waits for a verdict, whose answer comes only when the action has been done meanwhile.
     void waitForTheBoardAnd(const std::function<void()>& action);
     QAction* findAction(const QString& text) const;
+    /// What shows that a key works, by the effect that the keyboard map tells: all those that no
+    /// action of the whole window has.
+    using Trials = QMap<QString, std::function<bool()>>;
+    Trials getTrials() const;
+    Trials getTrialsInTheConsole() const;
+    Trials getTrialsInTheBrowser() const;
     /// Sends a drop as the desktop does; returns whether the window takes it.
     bool drop(const QList<QUrl>& urls) { return drop(urls, panel->getWindow()); }
     /// The same onto a part of the window; without addresses it is the text "words".
@@ -449,6 +465,58 @@ void TestWindowFurniture::theFirstLayoutFitsTheScreen()
     QVERIFY(size.height() <= qMax(screen.height(), panel->getWindow()->minimumHeight()));
 }
 
+void TestWindowFurniture::theFirstLayoutLeavesRoomForTheFrame_data()
+{
+    QTest::addColumn<QRect>("available");
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<QPoint>("place");
+    QTest::newRow("a large screen")
+        << QRect(0, 0, 1920, 1080) << QSize(1024, 768) << QPoint(447, 141);
+    QTest::newRow("a low screen below a bar")
+        << QRect(0, 32, 1366, 736) << QSize(1024, 706) << QPoint(170, 32);
+    QTest::newRow("a narrow screen")
+        << QRect(0, 0, 1000, 1080) << QSize(998, 768) << QPoint(0, 141);
+    QTest::newRow("a screen that is too small")
+        << QRect(50, 60, 800, 480) << QSize(800, 600) << QPoint(50, 60);
+    QTest::newRow("no screen") << QRect() << QSize(1024, 768) << QPoint(0, 0);
+}
+
+void TestWindowFurniture::theFirstLayoutLeavesRoomForTheFrame()
+{
+    QFETCH(QRect, available);
+    const Kestoboard::FirstGeometry first =
+        Kestoboard::getFirstGeometry(available, QSize(800, 600), QSize(2, 30));
+    QTEST(first.size, "size");
+    QTEST(first.place, "place");
+}
+
+void TestWindowFurniture::theFirstControlHasTheFocus_data()
+{
+    QTest::addColumn<bool>("isFileNamed");
+    QTest::newRow("nothing is named") << false;
+    QTest::newRow("a bitstream is named") << true;
+}
+
+void TestWindowFurniture::theFirstControlHasTheFocus()
+{
+    QFETCH(bool, isFileNamed);
+    furniture.reset();
+    panel.reset(new Panel);
+    furniture.reset(new WindowFurniture(panel->getWindow(), schemes.data(), shutdown.data()));
+    if (isFileNamed) {
+        Kestoboard::showChosenBitstream(*panel->getWindow(),
+                                        bench->writeFile("design.ksb", "bits"));
+    }
+    panel->getWindow()->show();
+    QApplication::setActiveWindow(panel->getWindow());
+    QVERIFY(QTest::qWaitForWindowActive(panel->getWindow()));
+    const QWidget* const list =
+        isFileNamed ? static_cast<QWidget*>(
+                          panel->find<Zandu::FileSystemBrowser>()->findChild<QTreeView*>())
+                    : panel->find<Board::BrowseFolio::RecentWidget>();
+    QCOMPARE(static_cast<const QWidget*>(QApplication::focusWidget()), list);
+}
+
 void TestWindowFurniture::waitForTheBoardAnd(const std::function<void()>& action)
 {
     bench->setScenario(Bench::board("KS-Dev A", "selected = true") +
@@ -625,6 +693,179 @@ void TestWindowFurniture::theKeyboardMapListsEveryShortcut()
         }
     }
     QCOMPARE(keys.first(), QKeySequence("Ctrl+O").toString(QKeySequence::NativeText));
+}
+
+TestWindowFurniture::Trials TestWindowFurniture::getTrials() const
+{
+    QWidget* const window = panel->getWindow();
+    const auto isOpened = [window](const QString& title) {
+        const QPointer<QWidget> menu = QApplication::activePopupWidget();
+        const auto* const opened = qobject_cast<QMenu*>(menu.data());
+        const bool isRight = opened != nullptr && getPlainText(*opened->menuAction()) == title;
+        if (menu) {
+            menu->close();
+        }
+        // As a desktop does when a menu has gone.
+        QApplication::setActiveWindow(window);
+        return isRight;
+    };
+    return {
+        {"Next and previous control",
+         [this] {
+             QWidget* const view = panel->find<Zandu::ConsoleWidget>()->focusProxy();
+             view->setFocus();
+             QTest::keyClick(view, Qt::Key_Tab);
+             QWidget* const next = QApplication::focusWidget();
+             QTest::keyClick(next, Qt::Key_Backtab);
+             return next != view && QApplication::focusWidget() == view;
+         }},
+        {"Press the button that has the focus",
+         [this] {
+             Board::Folio* const folio = panel->getFolio();
+             const long before = folio->getCurrentIndex();
+             QTest::keyClick(panel->getWindow()->findChild<QToolButton*>("basicButton"),
+                             Qt::Key_Space);
+             const bool isPressed = folio->getCurrentIndex() == folio->getBasicIndex();
+             folio->raiseLeaf(static_cast<unsigned long>(before));
+             return before != folio->getBasicIndex() && isPressed;
+         }},
+        {"Open the menus",
+         [window, isOpened] {
+             QTest::keyClick(window, Qt::Key_F10);
+             const bool isFirst = isOpened("File");
+             QTest::keyClick(window, Qt::Key_V, Qt::AltModifier);
+             return isFirst && isOpened("View");
+         }},
+    };
+}
+
+TestWindowFurniture::Trials TestWindowFurniture::getTrialsInTheConsole() const
+{
+    auto* const console = panel->find<Zandu::ConsoleWidget>();
+    auto* const view = console->findChild<QPlainTextEdit*>();
+    auto* const field = console->findChild<QLineEdit*>();
+    const auto changesSize = [console, view](Qt::Key key, qreal from, qreal to) {
+        console->setFontSize(from);
+        QTest::keyClick(view, key, Qt::ControlModifier);
+        return qFuzzyCompare(console->getFontSize(), to);
+    };
+    const auto changesMatch = [console, view, field](Qt::KeyboardModifiers modifiers) {
+        console->find();
+        field->setText("e");
+        const int before = view->textCursor().position();
+        view->setFocus();
+        QTest::keyClick(view, Qt::Key_F3, modifiers);
+        return view->textCursor().position() != before;
+    };
+    const qreal usual = console->getFontSize();
+    return {
+        {"Text size of the console, over the console",
+         [console, view] {
+             const qreal before = console->getFontSize();
+             QWheelEvent turn(QPointF(5, 5), view->mapToGlobal(QPoint(5, 5)), QPoint(),
+                              QPoint(0, 120), Qt::NoButton, Qt::ControlModifier, Qt::NoScrollPhase,
+                              false);
+             QApplication::sendEvent(view->viewport(), &turn);
+             return console->getFontSize() > before;
+         }},
+        {"Copy, select all, in the console",
+         [view] {
+             QTest::keyClick(view, Qt::Key_A, Qt::ControlModifier);
+             QTest::keyClick(view, Qt::Key_C, Qt::ControlModifier);
+             return QApplication::clipboard()->text().contains("launched");
+         }},
+        {"Close the find bar, in the find bar",
+         [console, field] {
+             console->find();
+             const bool wasOpen = field->isVisible();
+             QTest::keyClick(field, Qt::Key_Escape);
+             return wasOpen && !field->isVisible();
+         }},
+        {"Next match, in the console", [changesMatch] { return changesMatch(Qt::NoModifier); }},
+        {"Previous match, in the console",
+         [changesMatch] { return changesMatch(Qt::ShiftModifier); }},
+        {"Larger text, in the console",
+         [changesSize] { return changesSize(Qt::Key_Plus, 12, 13); }},
+        {"Smaller text, in the console",
+         [changesSize] { return changesSize(Qt::Key_Minus, 12, 11); }},
+        {"Text size of the system, in the console",
+         [changesSize, usual] { return changesSize(Qt::Key_0, 20, usual); }},
+    };
+}
+
+TestWindowFurniture::Trials TestWindowFurniture::getTrialsInTheBrowser() const
+{
+    auto* const browser = panel->find<Zandu::FileSystemBrowser>();
+    auto* const tree = browser->findChild<QTreeView*>();
+    const QString folder = bench->getPath("folder");
+    QDir().mkpath(folder);
+    Kestoboard::showChosenBitstream(*panel->getWindow(), bench->writeFile("design.ksb", "bits"));
+    const auto enters = [browser](const QString& path) {
+        return QTest::qWaitFor([browser, path] { return browser->getPath() == path; }, 60000);
+    };
+    const auto sortsBy = [tree](Qt::Key key, int column) {
+        tree->header()->setSortIndicator((column + 1) % 3, Qt::AscendingOrder);
+        tree->setFocus();
+        QTest::keyClick(tree, key, Qt::AltModifier);
+        return tree->header()->sortIndicatorSection() == column;
+    };
+    return {
+        {"Path field of the file browser, in the browser",
+         [browser, tree] {
+             tree->setFocus();
+             QTest::keyClick(tree, Qt::Key_L, Qt::ControlModifier);
+             return QApplication::focusWidget() == browser->findChild<QLineEdit*>();
+         }},
+        {"Enter the directory, in the browser",
+         [browser, tree, folder, enters] {
+             browser->open(QFileInfo(folder).absolutePath());
+             const bool isListed = QTest::qWaitFor(
+                 [tree] { return tree->model()->index(0, 0).data().toString() == "folder"; },
+                 60000);
+             tree->setCurrentIndex(tree->model()->index(0, 0));
+             QTest::keyClick(tree, Qt::Key_Return);
+             return isListed && enters(folder);
+         }},
+        {"To the parent directory, in the browser",
+         [browser, tree, folder, enters] {
+             const QString parent = QFileInfo(folder).absolutePath();
+             browser->open(folder);
+             const bool isThere = enters(folder);
+             QTest::keyClick(tree, Qt::Key_Backspace);
+             const bool isParent = enters(parent);
+             QTest::keyClick(tree, Qt::Key_Up, Qt::AltModifier);
+             return isThere && isParent && enters(QFileInfo(parent).absolutePath());
+         }},
+        {"Sort by name, in the browser", [sortsBy] { return sortsBy(Qt::Key_1, 0); }},
+        {"Sort by size, in the browser", [sortsBy] { return sortsBy(Qt::Key_2, 1); }},
+        {"Sort by date, in the browser", [sortsBy] { return sortsBy(Qt::Key_3, 2); }},
+    };
+}
+
+void TestWindowFurniture::theKeysOfTheMapDoWhatItSays()
+{
+    Trials trials = getTrials();
+    for (const Trials& others : {getTrialsInTheConsole(), getTrialsInTheBrowser()}) {
+        for (auto trial = others.begin(); trial != others.end(); ++trial) {
+            trials.insert(trial.key(), trial.value());
+        }
+    }
+    QStringList known;
+    for (const QAction* const action : panel->getWindow()->findChildren<QAction*>()) {
+        if (action->shortcutContext() == Qt::WindowShortcut) {
+            known += action->shortcut().toString(QKeySequence::NativeText);
+        }
+    }
+    const Kestoboard::KeyboardMap map(panel->getWindow());
+    const auto* const list = map.findChild<QTreeWidget*>();
+    for (int row = 0; row < list->topLevelItemCount(); ++row) {
+        const QString effect = list->topLevelItem(row)->text(1);
+        if (!known.contains(list->topLevelItem(row)->text(0))) {
+            QVERIFY2(trials.contains(effect), qPrintable(effect));
+            QVERIFY2(trials.take(effect)(), qPrintable(effect));
+        }
+    }
+    QVERIFY2(trials.isEmpty(), qPrintable(trials.keys().join(", ")));
 }
 
 void TestWindowFurniture::theReportCanBeCopied()
