@@ -17,7 +17,8 @@ foreach(file IN ITEMS
         share/applications/kestoboard.desktop
         share/icons/hicolor/scalable/apps/kestoboard.svg
         share/man/man1/kestoboard.1
-        share/metainfo/kestoboard.metainfo.xml)
+        share/metainfo/kestoboard.metainfo.xml
+        share/mime/packages/kestoboard.xml)
     if(NOT EXISTS "${PREFIX}/${file}")
         message(SEND_ERROR "${file} is not installed")
     endif()
