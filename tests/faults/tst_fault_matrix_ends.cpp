@@ -1,3 +1,4 @@
+#include "Course.h"
 #include "FaultMatrix.h"
 #include "Scripts.h"
 #include "Situation.h"
@@ -39,10 +40,37 @@ QByteArray getAct(Fault fault)
     return {};
 }
 
-/// The lines of the console that tell how something came out.
-int countVerdicts(const QByteArray& said)
+/// The lines that tell how something came out.
+QStringList getVerdicts(const QStringList& lines)
 {
-    return QString::fromUtf8(said).split('\n').filter(QRegularExpression("succes|failed")).size();
+    return lines.filter(QRegularExpression("succe|failed"));
+}
+
+QStringList getVerdicts(const QByteArray& said)
+{
+    return getVerdicts(QString::fromUtf8(said).split('\n'));
+}
+
+/// That the window stands, and the five steps of its board.
+int getVerdictsBefore(State state)
+{
+    return state == State::FirstListing ? 1 : 6;
+}
+
+/// How many steps of a bring-up come before this one.
+int getStepsBefore(State state)
+{
+    return Test::isBringUp(state) ? int(state) - int(State::BringUpSelect) : 0;
+}
+
+/// The verdicts of what a tool answers that takes nothing more.
+QStringList getVerdictsUpToItsEnd(State state)
+{
+    if (state == State::FirstListing || state == State::Nested) {
+        return {};
+    }
+    const QStringList usual = getVerdicts(Test::getUsualCourse(state).lines);
+    return Test::isBringUp(state) ? QStringList(usual.mid(0, getStepsBefore(state) + 1)) : usual;
 }
 
 } // namespace
@@ -137,9 +165,7 @@ void TestFaultMatrixEnds::anEndInAStateEndsTheProcess()
     verifyEnd();
     QVERIFY(!said.contains("passed"));
     QVERIFY(bench->readFile("ksbase.log").endsWith("last words\n"));
-    // That the window stands, the five steps of its board, and the steps before this one.
-    const int steps = Test::isBringUp(state) ? int(state) - int(State::BringUpSelect) : 0;
-    QCOMPARE(countVerdicts(said), state == State::FirstListing ? 1 : 6 + steps);
+    QCOMPARE(getVerdicts(said).size(), getVerdictsBefore(state) + getStepsBefore(state));
 }
 
 void TestFaultMatrixEnds::anInputThatClosesEndsTheProcessAtTheNextCommand()
@@ -152,6 +178,7 @@ void TestFaultMatrixEnds::anInputThatClosesEndsTheProcessAtTheNextCommand()
                          state == State::CommandFile || state == State::Nested;
     // The last step of a bring-up has nothing after it.
     QCOMPARE(said.contains("passed\n"), !hasMore || state == State::BringUpRestore);
+    QCOMPARE(getVerdicts(said).mid(getVerdictsBefore(state)), getVerdictsUpToItsEnd(state));
 }
 
 void TestFaultMatrixEnds::anEndAtTheStartEndsTheProcess_data()
@@ -205,7 +232,7 @@ void TestFaultMatrixEnds::anEndOfAnIdleToolEndsTheProcess()
     }
     run("idle");
     verifyEnd();
-    QCOMPARE(countVerdicts(said), 1);
+    QCOMPARE(getVerdicts(said).size(), 1);
 }
 
 void TestFaultMatrixEnds::aWorkerInMidStepIsEndedBeforeTheProcess()
