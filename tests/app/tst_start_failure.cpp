@@ -12,6 +12,7 @@
 
 #include <QClipboard>
 #include <QDir>
+#include <QLabel>
 #include <QPushButton>
 #include <QSignalSpy>
 
