@@ -124,7 +124,7 @@ class WindowReaderPlugin : public QGenericPlugin
     Q_PLUGIN_METADATA(IID QGenericPluginFactoryInterface_iid FILE "window_reader.json")
 
 public:
-    QObject* create(const QString& /*name*/, const QString& /*specification*/) override
+    QObject* create(const QString& /*name*/, const QString& /*options*/) override
     {
         return new WindowReader;
     }
