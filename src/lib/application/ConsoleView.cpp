@@ -5,7 +5,6 @@
 
 #include <foundation/Theme.h>
 
-#include <QElapsedTimer>
 #include <QLocale>
 #include <QMimeData>
 #include <QScopedValueRollback>
@@ -28,7 +27,7 @@ namespace
 /// So long the window may be kept from its other tasks.
 constexpr std::chrono::milliseconds sliceTime(8);
 /// Lines that are shown in the turn in which they came.
-constexpr int linesAtOnce = 50;
+constexpr int linesAtOnce = 20;
 /// Messages that wait for the view to be seen; with more of them they go into the text in batches.
 constexpr std::size_t mostUnseen = 1000;
 /// Old lines go in steps of so many at most, of which none is felt.
@@ -128,13 +127,7 @@ ConsoleView::ConsoleView(QWidget* parent)
 
     turnTimer.setSingleShot(true);
     turnTimer.setInterval(0);
-    connect(&turnTimer, &QTimer::timeout, this, [this] {
-        linesThisTurn = 0;
-        if (hasWaiting()) {
-            showSlice(std::numeric_limits<int>::max());
-            turnTimer.start();
-        }
-    });
+    connect(&turnTimer, &QTimer::timeout, this, &ConsoleView::endTurn);
     connect(verticalScrollBar(), &QScrollBar::valueChanged, this, &ConsoleView::followScrolling);
     connect(verticalScrollBar(), &QScrollBar::rangeChanged, this, &ConsoleView::followGrowth);
     // To bring the cursor into sight scrolls without a word from the scroll bar.
@@ -156,8 +149,25 @@ void ConsoleView::add(const Orvex::Message& message)
         showSlice(linesAtOnce - linesThisTurn);
     }
     if (!turnTimer.isActive()) {
+        sayingTime.start();
         turnTimer.start();
     }
+}
+
+/// What the turn has left is shown in the next ones. When the saying alone took the time of a
+/// slice, the window has its other tasks first.
+void ConsoleView::endTurn()
+{
+    linesThisTurn = 0;
+    const bool isTimeOver = sayingTime.isValid() && sayingTime.hasExpired(sliceTime.count());
+    sayingTime.invalidate();
+    if (!hasWaiting()) {
+        return;
+    }
+    if (!isTimeOver) {
+        showSlice(std::numeric_limits<int>::max());
+    }
+    turnTimer.start();
 }
 
 void ConsoleView::showAll()

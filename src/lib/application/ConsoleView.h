@@ -5,6 +5,7 @@
 
 #include <foundation/Message.h>
 
+#include <QElapsedTimer>
 #include <QPlainTextEdit>
 #include <QTextBlock>
 #include <QTimer>
@@ -100,6 +101,7 @@ protected:
 private:
     friend class ConsoleGutter;
 
+    void endTurn();
     void showSlice(int mostLines);
     int insertWaiting(int mostLines);
     void keepSelection(int oldEnd);
@@ -119,6 +121,7 @@ private:
     ConsoleGutter* gutter = nullptr;
     QToolButton* jumpButton = nullptr;
     QTimer turnTimer;
+    QElapsedTimer sayingTime; // since the first line of the turn; invalid later
     std::deque<Orvex::Message> waiting;
     std::optional<ConsoleLines> current; // the message that is partly shown
     int linesThisTurn = 0;
