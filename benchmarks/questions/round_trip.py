@@ -40,7 +40,7 @@ def answer(shop):
 
 
 def make_design_rows(costs, bare):
-    """What the engine cannot do without: a thread for each command, and three hops."""
+    """What the engine cannot do without: a thread for each command, and two hops."""
     def against_bare(what, name, cost):
         return ratio(f"{what}, bare pipes, one core", name, cost, "bare pipes", bare, "µs")
 
@@ -48,7 +48,7 @@ def make_design_rows(costs, bare):
         against_bare("start and end of the worker", "thread", costs["thread_us"]),
         against_bare("the same with the toolkit's dispatcher", "thread",
                      costs["toolkit_thread_us"]),
-        against_bare("three hops", "hops", 3 * costs["hop_us"]),
+        against_bare("two hops", "hops", 2 * costs["hop_us"]),
     ]
 
 

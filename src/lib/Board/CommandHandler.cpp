@@ -8,6 +8,7 @@
 #include <foundation/Raise.h>
 #include <foundation/StandardSlot.h>
 
+#include <QAbstractEventDispatcher>
 #include <QEventLoop>
 
 #include <memory>
@@ -152,6 +153,8 @@ void waitCommandHandlerReady(CommandHandler* handler)
     // The signal comes from the worker; the quit has to be served by this thread's loop.
     QObject::connect(handler, SIGNAL(resultReady()), &loop, SLOT(quit()), Qt::QueuedConnection);
     QObject::connect(handler->ksBaseHandler, &QObject::destroyed, &loop, &QEventLoop::quit);
+    // Begun in a posted event, the loop would sleep on those that were posted before it.
+    QAbstractEventDispatcher::instance()->wakeUp();
     loop.exec();
     Orvex::takeOver(handler);
 }

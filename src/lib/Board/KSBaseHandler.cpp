@@ -182,6 +182,7 @@ KSBaseHandler::KSBaseHandler(MainWindow* window)
     , commandSeconds(0)
     , logFile(QLatin1String(logFileName))
     , executing(nullptr)
+    , chosen(nullptr)
     , delivering(nullptr)
     , closing(false)
 {
@@ -348,10 +349,37 @@ bool KSBaseHandler::startWorker()
     if (thread.eventDispatcher() == nullptr) {
         thread.setEventDispatcher(new WorkerEventDispatcher);
     }
+    chooseAhead();
     Orvex::handOver(&thread);
     thread.start(QThread::InheritPriority);
     // It waits for this thread before it can end, so one that does not run has not been started.
     return thread.isRunning();
+}
+
+/// Makes the choice that the worker will ask for while the worker is still starting. Not now: what
+/// is more urgent and created in the same turn goes first.
+void KSBaseHandler::chooseAhead()
+{
+    choicesAhead.tryAcquire(choicesAhead.available());
+    QMetaObject::invokeMethod(
+        &workerCalls,
+        [this] {
+            try {
+                chooseFirstPending();
+            } catch (const std::bad_alloc&) {
+                // The worker asks for it, since none is ahead.
+                return;
+            }
+            Orvex::handOver(&choicesAhead);
+            choicesAhead.release();
+        },
+        Qt::QueuedConnection);
+}
+
+void KSBaseHandler::chooseFirstPending()
+{
+    executing = closing ? nullptr : getCommandHandlers().getPendings().getFirst();
+    chosen = executing;
 }
 
 template <class Work>
@@ -377,11 +405,14 @@ void KSBaseHandler::callOnEngineThread(Work work)
 
 CommandHandler* KSBaseHandler::chooseCommandHandler()
 {
-    CommandHandler* chosen = nullptr;
-    callOnEngineThread([this, &chosen] {
-        executing = closing ? nullptr : getCommandHandlers().getPendings().getFirst();
-        chosen = executing;
-    });
+    if (!choicesAhead.tryAcquire()) {
+        callOnEngineThread([this] {
+            // It may have been made since.
+            choicesAhead.tryAcquire();
+            chooseFirstPending();
+        });
+    }
+    Orvex::takeOver(&choicesAhead);
     return chosen;
 }
 

@@ -9,6 +9,7 @@
 
 #include <QFile>
 #include <QPointer>
+#include <QSemaphore>
 #include <QString>
 #include <QThread>
 #include <QTimer>
@@ -190,6 +191,8 @@ private:
     void endWorker();
     void log(const QByteArray& bytes);
     bool startWorker();
+    void chooseAhead();
+    void chooseFirstPending();
     void mirrorTool();
 
     std::string exchange(CommandHandler::CommandType type, const std::string& command);
@@ -218,6 +221,10 @@ private:
 
     /// The handler that the worker has chosen, until its reply is taken; null when it left before.
     CommandHandler* executing;
+    /// The handler that was chosen last, for the worker: unlike `executing` it stays as it is.
+    CommandHandler* chosen;
+    /// Holds something when the worker that is starting need not ask for the choice.
+    QSemaphore choicesAhead;
     /// The handler that this run of the worker gives its reply to; null when it left.
     CommandHandler* delivering;
     /// Runs while a command waits for something that the worker thread needs.

@@ -59,6 +59,7 @@ private slots:
     void aHandlerAliveKeepsTheNumbersGoing();
     void detachingNothingFromAnEmptyQueueResetsTheNumber();
     void attachAnnouncesEachHandler();
+    void aMoreUrgentCommandOfTheSameTurnGoesFirst();
     void aLongCommandLetsControlGoBeforeThePoll();
     void theStatusBarCountsTheSeconds();
     void eachCommandCountsFromItsStart();
@@ -401,6 +402,20 @@ void TestCommandExecution::attachAnnouncesEachHandler()
     QCOMPARE(added.count(), 2);
     QCOMPARE(panel->getEngine()->getCommandHandlers().getCount(), 1UL);
     handler->destroy();
+}
+
+void TestCommandExecution::aMoreUrgentCommandOfTheSameTurnGoesFirst()
+{
+    bench->takeJournal();
+    CommandHandler* const poll = create(CommandType::Refresh, "board list");
+    // The worker has been started for the poll: what it sends is not chosen before this turn is
+    // over.
+    CommandHandler* const urgent = create(CommandType::Control, command);
+    Board::waitCommandHandlerReady(poll);
+    QVERIFY(urgent->hasFinished());
+    QCOMPARE(bench->takeJournal(), QStringList({command, "board list"}));
+    poll->destroy();
+    urgent->destroy();
 }
 
 void TestCommandExecution::aLongCommandLetsControlGoBeforeThePoll()

@@ -10,7 +10,9 @@
 #include <foundation/Slot.h>
 
 #include <QSignalSpy>
+#include <QTimer>
 
+#include <chrono>
 #include <memory>
 #include <vector>
 
@@ -47,6 +49,7 @@ private slots:
     void setRunningChangesNothingElse();
     void aWaitForNothingReturnsAtOnce();
     void nestedWaitsEndInReverseOrder();
+    void aWaitInAPostedEventServesWhatWasPostedBefore();
     void theClassHasOneSignalAndNoSlot();
     void theHandlerTellsItsRecord();
     void aHandlerDestroyedWhileItWaitsIsNeverSent();
@@ -341,6 +344,32 @@ void TestCommandHandler::nestedWaitsEndInReverseOrder()
     QCOMPARE(ends, QStringList({"inner", "outer"}));
     const QStringList journal = bench->getJournal();
     QVERIFY(journal.lastIndexOf(firstCommand) < journal.lastIndexOf(secondCommand));
+}
+
+void TestCommandHandler::aWaitInAPostedEventServesWhatWasPostedBefore()
+{
+    bench->setScenario(Test::Bench::board("Aurora") + bench->hold(firstCommand));
+    panel->run(CommandType::Refresh, "board list");
+    CommandHandler* const handler = create(CommandType::Control, firstCommand);
+    QTRY_VERIFY(handler->isRunning());
+    // From here on nothing wakes the event loop but what is posted, and the guard.
+    for (QTimer* const timer : panel->getEngine()->findChildren<QTimer*>()) {
+        timer->stop();
+    }
+    bool isRescued = false;
+    QTimer guard;
+    connect(&guard, &QTimer::timeout, this, [&] {
+        isRescued = true;
+        bench->release();
+    });
+    guard.start(std::chrono::seconds(30));
+    QMetaObject::invokeMethod(
+        this, [&] { Board::waitCommandHandlerReady(handler); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        this, [this] { bench->release(); }, Qt::QueuedConnection);
+    QTRY_VERIFY(handler->hasFinished());
+    QVERIFY(!isRescued);
+    handler->destroy();
 }
 
 void TestCommandHandler::theClassHasOneSignalAndNoSlot()
