@@ -14,11 +14,13 @@
 #include <foundation/HandOff.h>
 #include <foundation/Theme.h>
 
+#include <QElapsedTimer>
 #include <QHBoxLayout>
 #include <QLocale>
 #include <QSettings>
 
 #include <chrono>
+#include <utility>
 
 namespace Kestoboard
 {
@@ -98,9 +100,11 @@ int readSeconds(const QString& key, int first)
 
 } // namespace
 
-ActivityIndicator::ActivityIndicator(Board::KSBaseHandler* observedEngine, QWidget* parent)
+ActivityIndicator::ActivityIndicator(Board::KSBaseHandler* observedEngine, QWidget* parent,
+                                     Clock steadyClock)
     : QWidget(parent)
     , engine(observedEngine)
+    , clock(std::move(steadyClock))
     , icon(new StateIcon(this))
     , label(new ElidedLabel(this))
 {
@@ -113,12 +117,18 @@ ActivityIndicator::ActivityIndicator(Board::KSBaseHandler* observedEngine, QWidg
     row->addWidget(icon);
     row->addWidget(label, 1);
 
-    clock.start();
     connect(engine, &Board::KSBaseHandler::commandAdded, this, &ActivityIndicator::observe);
     connect(&ticker, &QTimer::timeout, this, &ActivityIndicator::refresh);
     connect(Orvex::theme, &Orvex::Theme::schemeChanged, this, &ActivityIndicator::refresh);
     observe();
     refresh();
+}
+
+ActivityIndicator::Clock ActivityIndicator::getSteadyClock()
+{
+    QElapsedTimer timer;
+    timer.start();
+    return [timer] { return timer.elapsed(); };
 }
 
 QString ActivityIndicator::getDuration(qint64 milliseconds)
@@ -189,7 +199,7 @@ void ActivityIndicator::observe()
         pendings[handler] = {handler,
                              getShortForm(command),
                              handler->getCommandType(),
-                             clock.elapsed(),
+                             clock(),
                              isPersonal(handler->getCommandType(), command),
                              isTransfer(handler)};
         // Queued before whoever waits is told, so that the handler is still there.
@@ -213,15 +223,16 @@ void ActivityIndicator::finish(Board::CommandHandler* handler)
         const ReplyVerdict verdict = ReplyVerdict::fromReply(pending.command.toStdString(), reply);
         tellEnd(pending, verdict);
     }
-    lastEnd = clock.elapsed();
+    lastEnd = clock();
     refresh();
 }
 
 void ActivityIndicator::tellEnd(const Pending& pending, const ReplyVerdict& verdict)
 {
-    const qint64 elapsed = clock.elapsed() - getStart(pending);
+    const qint64 elapsed = clock() - getStart(pending);
+    const State end = getEnd(pending.command, verdict, getDuration(elapsed));
     if (pending.isPersons) {
-        last = getEnd(pending.command, verdict, getDuration(elapsed));
+        last = end;
         isTroubleNew = false;
         if (pending.type == Type::Refresh) {
             // Told already: the next listing that fails tells nothing new.
@@ -236,10 +247,10 @@ void ActivityIndicator::tellEnd(const Pending& pending, const ReplyVerdict& verd
             tellHint(pending, verdict);
         }
         isTroubleNew = isTroubleNew && isTrouble;
-        trouble = isTrouble ? getEnd(pending.command, verdict, getDuration(elapsed)) : State();
+        trouble = isTrouble ? end : State();
     }
     if (isWorthNotice(pending.isTransfer, elapsed)) {
-        notify(window(), last.text);
+        notify(window(), end.text);
     }
 }
 
@@ -302,7 +313,7 @@ QString ActivityIndicator::getUnfinished() const
         return {};
     }
     return tr("\"%1\" had run for %2 by then: nobody knows whether it worked.")
-        .arg(running->command, getDuration(clock.elapsed() - getStart(*running)));
+        .arg(running->command, getDuration(clock() - getStart(*running)));
 }
 
 bool ActivityIndicator::isLate(const Pending& pending, qint64 elapsed) const
@@ -326,7 +337,7 @@ void ActivityIndicator::refresh()
 ActivityIndicator::State ActivityIndicator::getState() const
 {
     const Pending* const running = getRunning();
-    const qint64 elapsed = running != nullptr ? clock.elapsed() - getStart(*running) : 0;
+    const qint64 elapsed = running != nullptr ? clock() - getStart(*running) : 0;
     if (running == nullptr || (!running->isPersons && elapsed < backgroundPatience)) {
         return isTroubleNew ? trouble : last;
     }

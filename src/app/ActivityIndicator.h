@@ -3,13 +3,13 @@
 
 #include <Board/CommandHandler.h>
 
-#include <QElapsedTimer>
 #include <QMap>
 #include <QPointer>
 #include <QSet>
 #include <QTimer>
 #include <QWidget>
 
+#include <functional>
 #include <string>
 
 namespace Board
@@ -36,8 +36,12 @@ class ActivityIndicator : public QWidget
     Q_OBJECT
 
 public:
+    /// Tells the time in milliseconds, from any moment on; only counts.
+    using Clock = std::function<qint64()>;
+
     /// The engine outlives the indicator.
-    ActivityIndicator(Board::KSBaseHandler* observedEngine, QWidget* parent);
+    ActivityIndicator(Board::KSBaseHandler* observedEngine, QWidget* parent,
+                      Clock steadyClock = getSteadyClock());
 
     /// The state in words.
     QString getText() const { return shown.text; }
@@ -95,6 +99,7 @@ private:
         bool isTransfer = false; ///< whether it may take long
     };
 
+    static Clock getSteadyClock();
     void observe();
     void finish(Board::CommandHandler* handler);
     void refresh();
@@ -112,7 +117,7 @@ private:
     QMap<Board::CommandHandler*, Pending> pendings;
     /// Every handler of the queue that has been taken note of; only compared, never followed.
     QSet<const QObject*> observed;
-    QElapsedTimer clock;
+    const Clock clock;
     /// When the board tool became free for the command at hand.
     qint64 lastEnd = 0;
     QTimer ticker;

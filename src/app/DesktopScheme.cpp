@@ -52,13 +52,6 @@ DesktopScheme::DesktopScheme(QDBusConnection bus, QObject* parent)
     }
 }
 
-QDBusConnection DesktopScheme::getSessionBus()
-{
-    // Without an address the toolkit would look for a bus elsewhere, and start one in the end.
-    return qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS") ? QDBusConnection(QString())
-                                                                   : QDBusConnection::sessionBus();
-}
-
 void DesktopScheme::ask(const QDBusConnection& bus)
 {
     QDBusMessage question = QDBusMessage::createMethodCall(getService(), getPath(), getInterface(),

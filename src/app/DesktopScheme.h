@@ -1,6 +1,8 @@
 #ifndef APP_DESKTOPSCHEME_H
 #define APP_DESKTOPSCHEME_H
 
+#include "app/SessionBus.h"
+
 #include <foundation/Theme.h>
 
 #include <QDBusConnection>
@@ -33,9 +35,6 @@ public:
 
     /// Takes note of the palette that the desktop has given to the program meanwhile.
     void setPaletteScheme(Orvex::Theme::Scheme scheme);
-
-    /// The bus of the desktop's session; no connection where there is none.
-    static QDBusConnection getSessionBus();
 
 signals:
     void changed();

@@ -1,7 +1,6 @@
 #include "app/ActivityIndicator.h"
 
 #include "app/ActivityBrief.h"
-#include "app/DesktopNotice.h"
 #include "app/Initiative.h"
 #include "app/LongCommand.h"
 #include "app/ReplyVerdict.h"
@@ -16,8 +15,6 @@
 #include <foundation/Console.h>
 
 #include <QAction>
-#include <QDir>
-#include <QFile>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
@@ -116,7 +113,6 @@ private slots:
     void aFailedListingGivesWayToThePerson();
     void aLongTransferIsWorthANotice_data();
     void aLongTransferIsWorthANotice();
-    void aNoticeGoesToTheDesktopWhenTheWindowIsInTheBackground();
     void aMessageLeavesTheTimeAndTheVerdict();
     void aMessageOfAReadLeavesNoOldVerdict();
 
@@ -681,31 +677,6 @@ void TestActivityIndicator::aLongTransferIsWorthANotice()
     QFETCH(bool, isTransfer);
     QFETCH(int, milliseconds);
     QTEST(ActivityIndicator::isWorthNotice(isTransfer, milliseconds), "isWorth");
-}
-
-void TestActivityIndicator::aNoticeGoesToTheDesktopWhenTheWindowIsInTheBackground()
-{
-    // A notifier of the desktop that writes down what it is asked to show.
-    const QString told = bench->getPath("told");
-    const QByteArray formerPath = qgetenv("PATH");
-    QFile notifier(bench->writeFile(
-        "notify-send", "#!/bin/sh\nprintf '%s\\n' \"$@\" > told.part && mv told.part told\n"));
-    notifier.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
-    qputenv("PATH", QDir::currentPath().toUtf8() + ':' + formerPath);
-    QWidget front;
-    QWidget back;
-    back.show();
-    front.show();
-    QApplication::setActiveWindow(&front);
-    QVERIFY(QTest::qWaitForWindowActive(&front));
-    Kestoboard::notify(&front, "in sight");
-    Kestoboard::notify(&back, "\"load <b>&\" succeeded");
-    qputenv("PATH", formerPath);
-    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(told), longestWait);
-    const QByteArray lines = bench->readFile("told");
-    QVERIFY2(lines.endsWith("Kestoboard\n&quot;load &lt;b&gt;&amp;&quot; succeeded\n"),
-             lines.constData());
-    QVERIFY(!lines.contains("in sight"));
 }
 
 void TestActivityIndicator::aMessageLeavesTheTimeAndTheVerdict()

@@ -4,19 +4,16 @@
 
 #include "app/LastWordsDialog.h"
 #include "app/Shutdown.h"
-#include "support/Server.h"
+#include "support/PrivateBus.h"
 #include "support/TestMain.h"
 
 #include <QDBusConnection>
 #include <QDBusVariant>
-#include <QFile>
 #include <QMessageBox>
 #include <QSettings>
 #include <QStyleFactory>
-#include <QTemporaryDir>
 #include <QWidget>
 
-#include <cstdio>
 #include <cstdlib>
 
 using Kestoboard::DesktopScheme;
@@ -333,47 +330,20 @@ void TestSchemeChoice::withoutABusThePaletteCounts()
 {
     const QByteArray address = qgetenv("DBUS_SESSION_BUS_ADDRESS");
     qunsetenv("DBUS_SESSION_BUS_ADDRESS");
-    QVERIFY(!DesktopScheme::getSessionBus().isConnected());
+    QVERIFY(!Kestoboard::getSessionBus().isConnected());
     QApplication::setPalette(getPalette(Scheme::Dark));
     QCOMPARE(DesktopScheme().get(), Scheme::Dark);
     qputenv("DBUS_SESSION_BUS_ADDRESS", address);
-    QVERIFY(DesktopScheme::getSessionBus().isConnected());
+    QVERIFY(Kestoboard::getSessionBus().isConnected());
 }
-
-namespace
-{
-
-/// A bus for whoever knows its address, without services that could be started.
-const char busSettings[] = "<busconfig>\n"
-                           "  <type>session</type>\n"
-                           "  <listen>unix:tmpdir=/tmp</listen>\n"
-                           "  <auth>EXTERNAL</auth>\n"
-                           "  <policy context=\"default\">\n"
-                           "    <allow send_destination=\"*\" eavesdrop=\"true\"/>\n"
-                           "    <allow eavesdrop=\"true\"/>\n"
-                           "    <allow own=\"*\"/>\n"
-                           "  </policy>\n"
-                           "</busconfig>\n";
-
-} // namespace
 
 int main(int argc, char** argv)
 {
     Test::TestApplication application(argc, argv);
-    const QTemporaryDir directory;
-    QFile settings(directory.filePath("bus.conf"));
-    if (!settings.open(QIODevice::WriteOnly) || settings.write(busSettings) < 0) {
-        std::fputs("The settings of the bus cannot be written.\n", stderr);
+    const Test::PrivateBus bus;
+    if (!bus.isThere()) {
         return EXIT_FAILURE;
     }
-    settings.close();
-    const Test::Server bus({"dbus-daemon", "--nofork", "--print-address=1",
-                            "--config-file=" + settings.fileName().toStdString()});
-    if (bus.getPlace().isEmpty()) {
-        std::fputs("dbus-daemon cannot be started: install it.\n", stderr);
-        return EXIT_FAILURE;
-    }
-    qputenv("DBUS_SESSION_BUS_ADDRESS", bus.getPlace());
     TestSchemeChoice test;
     return QTest::qExec(&test, argc, argv);
 }

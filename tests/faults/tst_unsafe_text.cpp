@@ -368,9 +368,10 @@ void TestUnsafeText::theTitleShowsTheNameOfTheDirectory()
 
 void TestUnsafeText::aNotificationShowsItsSentence()
 {
-    QCOMPARE(Kestoboard::getNoticeBody("<a href='x'>A & B</a>"),
+    QCOMPARE(Kestoboard::getNoticeBody("<a href='x'>A & B</a>", true),
              QString("&lt;a href='x'&gt;A &amp; B&lt;/a&gt;"));
-    QCOMPARE(Kestoboard::getNoticeBody("C:\\new\x1b"), QString("C:\\\\new\\\\x1b"));
+    QCOMPARE(Kestoboard::getNoticeBody("<a>A & B</a>", false), QString("<a>A & B</a>"));
+    QCOMPARE(Kestoboard::getNoticeBody("C:\\new\x1b", true), QString("C:\\new\\x1b"));
 }
 
 void TestUnsafeText::markupInARecentFileLoadsNothing_data()
