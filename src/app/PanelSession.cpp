@@ -17,6 +17,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QSessionManager>
 #include <QSettings>
 #include <QTimer>
 
@@ -44,12 +45,18 @@ void warnOfLostSettings()
 
 PanelSession::PanelSession(const Options& wanted)
     : options(wanted)
+    , shutdown(this)
 {
     connect(&signalNotifier, &SignalNotifier::received, &shutdown, &Shutdown::request);
     connect(&shutdown, &Shutdown::ending, this, [this] { directory.leave(); });
     connect(&toolWatch, &ToolWatch::toolEnded, this, &PanelSession::onToolEnded);
-    connect(qApp, &QGuiApplication::commitDataRequest, &shutdown, &Shutdown::save,
-            Qt::DirectConnection);
+    connect(
+        qApp, &QGuiApplication::commitDataRequest, this,
+        [this](QSessionManager& manager) {
+            shutdown.prepareSessionEnd({[&manager] { return manager.allowsInteraction(); },
+                                        [&manager] { manager.cancel(); }});
+        },
+        Qt::DirectConnection);
     if (auto* const application = qobject_cast<PanelApplication*>(qApp)) {
         connect(application, &PanelApplication::endRequested, &shutdown, &Shutdown::request);
     }

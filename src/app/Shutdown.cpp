@@ -12,6 +12,7 @@
 
 #include <QCoreApplication>
 #include <QEvent>
+#include <QEventLoop>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTimer>
@@ -145,6 +146,25 @@ void Shutdown::save()
     }
 }
 
+void Shutdown::prepareSessionEnd(const SessionEnd& session)
+{
+    save();
+    Board::MainWindow* const window = getPanelWindow();
+    if (window == nullptr || !isTransferring() || !session.mayAsk()) {
+        return;
+    }
+    ask(window);
+    bool isStaying = false;
+    QEventLoop answer;
+    connect(question, &QDialog::rejected, &answer, [&isStaying] { isStaying = true; });
+    connect(question, &QDialog::finished, &answer, &QEventLoop::quit);
+    connect(question, &QObject::destroyed, &answer, &QEventLoop::quit);
+    answer.exec();
+    if (isStaying) {
+        session.cancel();
+    }
+}
+
 void Shutdown::ask(Board::MainWindow* window)
 {
     if (question) {
@@ -156,7 +176,8 @@ void Shutdown::ask(Board::MainWindow* window)
     question->setAttribute(Qt::WA_DeleteOnClose);
     connect(question->findChild<QPushButton*>(QStringLiteral("leaveButton")), &QPushButton::clicked,
             this, &Shutdown::request);
-    // Not exec(): the question must not become one more wait on top of the others.
+    // Not exec(): the question must not become one more wait on top of the others, unless the
+    // session waits for the answer.
     question->open();
 }
 

@@ -4,6 +4,8 @@
 #include <QObject>
 #include <QPointer>
 
+#include <functional>
+
 class QMessageBox;
 class QWidget;
 
@@ -42,6 +44,20 @@ public:
     void request();
     /// Ends the process at once, with the settings saved and status 0.
     [[noreturn]] void endNow();
+
+    /// What the manager of the desktop's session lets a program do when the session is to end.
+    struct SessionEnd {
+        /// Whether the person may be asked. May serve events.
+        std::function<bool()> mayAsk;
+        /// Keeps the session from ending.
+        std::function<void()> cancel;
+    };
+    /// Makes ready for the end of the session: the settings are saved, and while a bitstream is on
+    /// its way to a board the person is asked as in closing. Who leaves, leaves at once; who stays
+    /// keeps the session from ending. The program itself ends when it is told to.
+    ///
+    /// Returns when the question has been answered: the session waits for that.
+    void prepareSessionEnd(const SessionEnd& session);
 
     /// The question whether to leave during a transfer, not shown yet. The parent owns it, or else
     /// the caller.

@@ -8,6 +8,7 @@
 #include "app/PanelApplication.h"
 #include "app/PanelSession.h"
 #include "app/PanelWindow.h"
+#include "app/Shutdown.h"
 
 #include <Board/CommandHandler.h>
 #include <Board/KSBaseHandler.h>
@@ -21,9 +22,11 @@
 #include <QMap>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QSessionManager>
 #include <QTimer>
 
 #include <cstdio>
+#include <cstdlib>
 #include <functional>
 #include <stdexcept>
 
@@ -31,6 +34,9 @@ namespace
 {
 
 using Kestoboard::getPanelWindow;
+
+const Kestoboard::PanelSession* session = nullptr;
+bool isAnswered = false;
 
 /// Does one step after the other, each as soon as its condition holds.
 class Actor : public QObject
@@ -74,6 +80,11 @@ void say(const char* text)
 {
     std::puts(text);
     std::fflush(stdout);
+}
+
+Kestoboard::Shutdown& getShutdown()
+{
+    return *session->findChild<Kestoboard::Shutdown*>();
 }
 
 Board::KSBaseHandler& getEngine()
@@ -216,6 +227,64 @@ void playLeaveWithQueuedTransfer(Actor* actor)
         });
 }
 
+/// From the event loop, as the desktop comes.
+void doLater(const Actor::Action& action)
+{
+    QTimer::singleShot(0, qApp, action);
+}
+
+/// What the toolkit does when the manager of the session wants the settings to be saved.
+void tellSessionEnd()
+{
+    emit qApp->commitDataRequest(*qApp->findChild<QSessionManager*>());
+    isAnswered = true;
+    say("answered");
+}
+
+void askToQuit()
+{
+    QCoreApplication::postEvent(qApp, new QEvent(QEvent::Quit));
+}
+
+/// The session lets the panel ask.
+void tellSessionEndWithQuestion()
+{
+    getShutdown().prepareSessionEnd({[] { return true; }, [] { say("cancelled"); }});
+    say("answered");
+}
+
+void playSessionEndDuringTransfer(Actor* actor, const Actor::Action& answer)
+{
+    playLoad(actor);
+    actor->when(isRunning("chip bitstream load"), [] { doLater(tellSessionEndWithQuestion); })
+        .when(isShown(QStringLiteral("leaveQuestion")),
+              [answer] {
+                  say("asked");
+                  answer();
+              })
+        .when(isIdle, closeWindow);
+}
+
+/// The session ends without a question.
+void playSessionEndUnasked(Actor* actor)
+{
+    playLoad(actor);
+    actor->when(isRunning("chip bitstream load"), [] { doLater(tellSessionEnd); })
+        .when([] { return isAnswered; },
+              [] {
+                  if (isShown(QStringLiteral("leaveQuestion"))()) {
+                      say("asked");
+                  }
+                  askToQuit();
+              });
+}
+
+void release()
+{
+    QFile file(qEnvironmentVariable("KESTOBOARD_TEST_RELEASE"));
+    static_cast<void>(file.open(QIODevice::WriteOnly));
+}
+
 /// Changes their mind, lets the transfer come to its end, and leaves then.
 void playStay(Actor* actor)
 {
@@ -226,8 +295,7 @@ void playStay(Actor* actor)
                   closeWindow();
                   say("asked");
                   click(QStringLiteral("stayButton"))();
-                  QFile release(qEnvironmentVariable("KESTOBOARD_TEST_RELEASE"));
-                  static_cast<void>(release.open(QIODevice::WriteOnly));
+                  release();
               })
         .when(isIdle, closeWindow);
 }
@@ -280,10 +348,30 @@ void play(Actor* actor, const QString& part)
         {QStringLiteral("leave-at-start"), playLeaveAtStart},
         {QStringLiteral("stay"), playStay},
         {QStringLiteral("tell-choice"), playTellChoice},
-        {QStringLiteral("quit-event"),
+        {QStringLiteral("quit-event"), [](Actor* a) { a->when(isIdle, askToQuit); }},
+        {QStringLiteral("session-end"),
          [](Actor* a) {
-             a->when(isIdle, [] { QCoreApplication::postEvent(qApp, new QEvent(QEvent::Quit)); });
+             a->when(isIdle, [] {
+                  doLater(tellSessionEnd);
+              }).when([] { return isAnswered; }, askToQuit);
          }},
+        {QStringLiteral("session-end-and-power-off"),
+         [](Actor* a) {
+             a->when(isIdle, [] {
+                 tellSessionEnd();
+                 std::_Exit(EXIT_SUCCESS);
+             });
+         }},
+        {QStringLiteral("session-end-leave"),
+         [](Actor* a) { playSessionEndDuringTransfer(a, click(QStringLiteral("leaveButton"))); }},
+        {QStringLiteral("session-end-stay"),
+         [](Actor* a) {
+             playSessionEndDuringTransfer(a, [] {
+                 click(QStringLiteral("stayButton"))();
+                 release();
+             });
+         }},
+        {QStringLiteral("session-end-unasked"), playSessionEndUnasked},
         {QStringLiteral("throw-failure"),
          [](Actor* a) {
              playThrow(a, [] {
@@ -312,5 +400,7 @@ int main(int argc, char** argv)
     Orvex::setDebug(commandLine.getOptions().isDebug);
     Actor actor;
     play(&actor, part);
-    return Kestoboard::PanelSession(commandLine.getOptions()).run();
+    Kestoboard::PanelSession panelSession(commandLine.getOptions());
+    session = &panelSession;
+    return panelSession.run();
 }

@@ -25,6 +25,11 @@ private slots:
     void leavingDuringAnotherCommandAsksNothing();
     void leavingWhileTheToolIsSilentAtTheStart();
     void theDesktopsRequestToEndIsFollowed();
+    void theEndOfTheSessionSavesTheSettingsAtOnce();
+    void theEndOfTheSessionEndsThePanelWhenItIsTold();
+    void theEndOfTheSessionAsksDuringATransfer();
+    void stayingKeepsTheSession();
+    void aSessionThatMayNotAskEndsDuringATransfer();
     void aBitstreamOnTheCommandLineIsChosenAndNotLoaded();
     void settingsThatCannotBeUnderstoodArePutAside();
     void anExceptionThatLeavesASlotIsReported_data();
@@ -125,6 +130,58 @@ void TestLeaving::theDesktopsRequestToEndIsFollowed()
 {
     play("quit-event");
     QCOMPARE(program->getSetting("ScopeLeaf/frequencyUnit").toString(), QString("MHz"));
+}
+
+void TestLeaving::theEndOfTheSessionSavesTheSettingsAtOnce()
+{
+    play("session-end-and-power-off");
+    QVERIFY(program->getOutput().contains("answered\n"));
+    // Nothing but the answer has saved them: the panel had no time to end.
+    QVERIFY(QFile::exists(".kestoboard.lock"));
+    QCOMPARE(program->getSetting("ScopeLeaf/frequencyUnit").toString(), QString("MHz"));
+    QVERIFY(!program->getSetting("Window/geometry").toByteArray().isEmpty());
+}
+
+void TestLeaving::theEndOfTheSessionEndsThePanelWhenItIsTold()
+{
+    play("session-end");
+    QVERIFY(program->getOutput().contains("answered\n"));
+    QVERIFY(!QFile::exists(".kestoboard.lock"));
+}
+
+void TestLeaving::theEndOfTheSessionAsksDuringATransfer()
+{
+    bench->setScenario(Bench::board("KS-Dev A", "selected = true") +
+                       bench->hold("chip bitstream load"));
+    play("session-end-leave");
+    QCOMPARE(program->getOutput().count("asked\n"), 1);
+    QVERIFY(!program->getOutput().contains("cancelled"));
+    // The session need not wait for an answer: the panel has gone.
+    QVERIFY(!program->getOutput().contains("answered"));
+    QCOMPARE(program->getSetting("ScopeLeaf/frequencyUnit").toString(), QString("MHz"));
+    QVERIFY(!QFile::exists(".kestoboard.lock"));
+}
+
+void TestLeaving::stayingKeepsTheSession()
+{
+    bench->setScenario(Bench::board("KS-Dev A", "selected = true") +
+                       bench->hold("chip bitstream load"));
+    program->setVariable("KESTOBOARD_TEST_RELEASE", bench->getPath("../released"));
+    play("session-end-stay");
+    const QString output = program->getOutput();
+    QVERIFY2(output.contains("asked\ncancelled\nanswered\n"), qPrintable(output));
+    QVERIFY2(output.contains("Bitstream successfully sent"), qPrintable(output));
+}
+
+void TestLeaving::aSessionThatMayNotAskEndsDuringATransfer()
+{
+    bench->setScenario(Bench::board("KS-Dev A", "selected = true") +
+                       bench->hold("chip bitstream load"));
+    play("session-end-unasked");
+    QVERIFY(program->getOutput().contains("answered\n"));
+    QVERIFY(!program->getOutput().contains("asked"));
+    QCOMPARE(program->getSetting("ScopeLeaf/frequencyUnit").toString(), QString("MHz"));
+    QVERIFY(!QFile::exists(".kestoboard.lock"));
 }
 
 void TestLeaving::aBitstreamOnTheCommandLineIsChosenAndNotLoaded()
