@@ -5,22 +5,52 @@
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 namespace Kestoboard
 {
 
-bool keepTranscript(const QString& directory)
+namespace
 {
-    const QDir place(directory);
-    const QString transcript = place.filePath(QStringLiteral("ksbase.log"));
+
+QString getTranscript(const QString& directory)
+{
+    return QDir(directory).filePath(QStringLiteral("ksbase.log"));
+}
+
+/// A name that no file has yet.
+QString getFreeName(const QString& directory)
+{
+    const QFileInfo transcript(getTranscript(directory));
+    if (!transcript.exists()) {
+        return {};
+    }
+    const QString beginning =
+        transcript.lastModified().toString(QStringLiteral("'ksbase-'yyyyMMdd-HHmmss-zzz"));
+    QString name = beginning + QStringLiteral(".log");
+    for (int number = 2; QFileInfo::exists(QDir(directory).filePath(name)); ++number) {
+        name = QStringLiteral("%1-%2.log").arg(beginning, QString::number(number));
+    }
+    return name;
+}
+
+} // namespace
+
+KeptTranscript::KeptTranscript(const QString& place)
+    : directory(place)
+    , name(getFreeName(place))
+{
+}
+
+bool KeptTranscript::keep() const
+{
+    const QString transcript = getTranscript(directory);
     DirectoryLock lock;
-    if (!QFile::exists(transcript) || !lock.take(directory)) {
+    if (name.isEmpty() || !QFile::exists(transcript) || !lock.take(directory)) {
         return true;
     }
-    const QString now =
-        QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-HHmmss-zzz"));
     // Renamed and not copied: it may be large, and the disk full.
-    return QFile::rename(transcript, place.filePath(QStringLiteral("ksbase-%1.log").arg(now)));
+    return QFile::rename(transcript, QDir(directory).filePath(name));
 }
 
 } // namespace Kestoboard

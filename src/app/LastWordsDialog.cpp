@@ -16,7 +16,8 @@
 namespace Kestoboard
 {
 
-LastWordsDialog::LastWordsDialog(const QString& text, std::function<bool()> keeper)
+LastWordsDialog::LastWordsDialog(const QString& text, const QString& keptName,
+                                 std::function<bool()> keeper)
     : keep(std::move(keeper))
     , remark(new QLabel(this))
 {
@@ -25,11 +26,13 @@ LastWordsDialog::LastWordsDialog(const QString& text, std::function<bool()> keep
     auto* const heading = new QLabel(
         tr("The board tool has ended, and the panel with it. This was said last:"), this);
     heading->setWordWrap(true);
-    remark->setText(
-        tr("\"Start again\" begins a new transcript. This one is kept beside it, under a "
-           "name with the date and the time."));
+    remark->setObjectName(QStringLiteral("keptRemark"));
+    remark->setText(tr("\"Start again\" begins a new transcript. This one is kept beside it as %1.")
+                        .arg(keptName));
+    remark->setVisible(!keptName.isEmpty());
     remark->setWordWrap(true);
     remark->setTextFormat(Qt::PlainText);
+    remark->setTextInteractionFlags(Qt::TextSelectableByMouse);
     auto* const report = new QPlainTextEdit(text, this);
     report->setAccessibleName(tr("Last lines of the console"));
     report->setReadOnly(true);
@@ -64,6 +67,7 @@ void LastWordsDialog::startAgain()
         isWarned = true;
         remark->setText(tr("The transcript cannot be renamed. Copy it elsewhere: \"Start again\" "
                            "begins a new one in its place."));
+        remark->show();
         return;
     }
     emit startAgainRequested();

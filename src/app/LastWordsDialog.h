@@ -16,9 +16,10 @@ class LastWordsDialog : public QDialog
     Q_OBJECT
 
 public:
-    /// `keeper` puts the transcript out of the way of the next panel, and says whether it could. It
-    /// is asked before the panel is wanted back.
-    LastWordsDialog(const QString& text, std::function<bool()> keeper);
+    /// `keptName` is the file that the transcript is to be kept as, empty where there is none.
+    /// `keeper` puts it out of the way of the next panel by that name, and says whether it could.
+    /// It is asked before the panel is wanted back.
+    LastWordsDialog(const QString& text, const QString& keptName, std::function<bool()> keeper);
 
 signals:
     /// The person wants the panel back.

@@ -237,7 +237,9 @@ void TourStates::showDialogs()
     AboutDialog about(window);
     KeyboardMap keyboardMap(window);
     LastWords::setReason(ToolWatch::getEnd(QProcess::NormalExit, 1).toStdString());
-    LastWordsDialog lastWords(Orvex::getReadable(LastWords::getText()), [] { return true; });
+    LastWordsDialog lastWords(Orvex::getReadable(LastWords::getText()),
+                              QStringLiteral("ksbase-20260401-093000-000.log"),
+                              [] { return true; });
     LastWords::setReason({});
     StartupWait wait;
     const std::pair<QDialog*, const char*> dialogs[] = {

@@ -84,9 +84,10 @@ int showLastWords(int& argc, char** argv)
     const CommandLine commandLine(arguments);
     const QString named = commandLine.getOptions().directory;
     const QString directory = named.isEmpty() ? QDir::currentPath() : named;
-    Kestoboard::LastWordsDialog dialog(
-        Orvex::getReadable(input.readAll().toStdString()),
-        [directory] { return Kestoboard::keepTranscript(directory); });
+    const Kestoboard::KeptTranscript transcript(directory);
+    Kestoboard::LastWordsDialog dialog(Orvex::getReadable(input.readAll().toStdString()),
+                                       transcript.getName(),
+                                       [&transcript] { return transcript.keep(); });
     arguments.removeFirst();
     QObject::connect(&dialog, &Kestoboard::LastWordsDialog::startAgainRequested, [&arguments] {
         QProcess::startDetached(QCoreApplication::applicationFilePath(), arguments);

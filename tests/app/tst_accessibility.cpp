@@ -240,7 +240,7 @@ void TestAccessibility::everythingInEveryDialogHasAName()
     makePanel();
     Kestoboard::AboutDialog about(getWindow());
     Kestoboard::KeyboardMap keyboardMap(panel->getWindow());
-    Kestoboard::LastWordsDialog lastWords("The end", [] { return true; });
+    Kestoboard::LastWordsDialog lastWords("The end", "kept.log", [] { return true; });
     Kestoboard::StartupWait wait;
     const QScopedPointer<QMessageBox> leave(Kestoboard::Shutdown::makeQuestion(nullptr));
     const QScopedPointer<QMessageBox> inUse(Kestoboard::WorkingDirectory::makeBox("Another"));

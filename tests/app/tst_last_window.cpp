@@ -211,6 +211,8 @@ void TestLastWindow::thePanelIsStartedAgainAsItWasStarted()
     const QStringList kept = QDir("lab").entryList({"ksbase-*.log"});
     QCOMPARE(kept.size(), 1);
     QVERIFY(bench->readFile("lab/" + kept.first()).contains("KS-Dev A"));
+    QVERIFY2(readDiary("read").contains("This one is kept beside it as " + kept.first() + ".\n"),
+             qPrintable(readDiary("read")));
 
     const pid_t panel = getProcesses("--directory lab").first();
     QCOMPARE(getStatus(panel), alive);

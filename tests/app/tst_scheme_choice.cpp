@@ -312,7 +312,7 @@ void TestSchemeChoice::theFocusStaysWhereItIs()
 {
     SchemeChoice schemes;
     schemes.choose(SchemeChoice::Choice::Light);
-    Kestoboard::LastWordsDialog dialog("the last line\n", [] { return true; });
+    Kestoboard::LastWordsDialog dialog("the last line\n", "kept.log", [] { return true; });
     const QScopedPointer<QMessageBox> question(Kestoboard::Shutdown::makeQuestion(nullptr));
     for (QDialog* const shown : std::initializer_list<QDialog*>{&dialog, question.data()}) {
         shown->show();

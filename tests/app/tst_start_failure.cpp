@@ -11,6 +11,7 @@
 #include <foundation/Fatal.h>
 
 #include <QClipboard>
+#include <QDateTime>
 #include <QDir>
 #include <QLabel>
 #include <QPushButton>
@@ -55,6 +56,10 @@ private slots:
     void theLastWordsCanBeCopiedAndThePanelStartedAgain();
     void aTranscriptThatCannotBeKeptIsToldFirst();
     void whatAnotherPanelWritesIsLeftToIt();
+    void aTranscriptIsKeptUnderTheNameThatWasTold();
+    void aTranscriptNeverTakesThePlaceOfAnotherFile();
+    void theLastWindowNamesTheFileThatIsKept_data();
+    void theLastWindowNamesTheFileThatIsKept();
     void aDirectoryIsTakenOnce();
 
 private:
@@ -137,7 +142,7 @@ void TestStartFailure::theLastWordsAreTheLatest()
 
 void TestStartFailure::theLastWordsCanBeCopiedAndThePanelStartedAgain()
 {
-    Kestoboard::LastWordsDialog dialog("the last line\n", [] { return true; });
+    Kestoboard::LastWordsDialog dialog("the last line\n", "kept.log", [] { return true; });
     QSignalSpy spy(&dialog, &Kestoboard::LastWordsDialog::startAgainRequested);
     dialog.findChild<QPushButton*>("copyButton")->click();
     QCOMPARE(QApplication::clipboard()->text(), QString("the last line\n"));
@@ -148,7 +153,7 @@ void TestStartFailure::theLastWordsCanBeCopiedAndThePanelStartedAgain()
 
 void TestStartFailure::aTranscriptThatCannotBeKeptIsToldFirst()
 {
-    Kestoboard::LastWordsDialog dialog("the last line", [] { return false; });
+    Kestoboard::LastWordsDialog dialog("the last line", "kept.log", [] { return false; });
     QSignalSpy spy(&dialog, &Kestoboard::LastWordsDialog::startAgainRequested);
     const auto isTold = [&dialog] {
         const QList<QLabel*> labels = dialog.findChildren<QLabel*>();
@@ -167,15 +172,69 @@ void TestStartFailure::aTranscriptThatCannotBeKeptIsToldFirst()
 void TestStartFailure::whatAnotherPanelWritesIsLeftToIt()
 {
     QDir().mkdir("lab");
-    QVERIFY(Kestoboard::keepTranscript(bench->getPath("lab")));
+    const QString lab = bench->getPath("lab");
+    QVERIFY(Kestoboard::KeptTranscript(lab).keep());
+    QCOMPARE(Kestoboard::KeptTranscript(lab).getName(), QString());
     bench->writeFile("lab/ksbase.log", "the next one");
     Kestoboard::DirectoryLock next;
     QVERIFY(next.take("lab"));
-    QVERIFY(Kestoboard::keepTranscript(bench->getPath("lab")));
+    QVERIFY(Kestoboard::KeptTranscript(lab).keep());
     QCOMPARE(bench->readFile("lab/ksbase.log"), QByteArray("the next one"));
     next.release();
-    QVERIFY(Kestoboard::keepTranscript(bench->getPath("lab")));
+    QVERIFY(Kestoboard::KeptTranscript(lab).keep());
     QVERIFY(!QFile::exists("lab/ksbase.log"));
+}
+
+void TestStartFailure::aTranscriptIsKeptUnderTheNameThatWasTold()
+{
+    QDir().mkdir("lab");
+    const QDateTime written(QDate(2026, 4, 1), QTime(9, 30, 7, 250));
+    for (const QString& name :
+         QStringList{"ksbase-20260401-093007-250.log", "ksbase-20260401-093007-250-2.log"}) {
+        QFile file(bench->writeFile("lab/ksbase.log", name.toUtf8()));
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        QVERIFY(file.setFileTime(written, QFileDevice::FileModificationTime));
+        file.close();
+        const Kestoboard::KeptTranscript transcript(bench->getPath("lab"));
+        QCOMPARE(transcript.getName(), name);
+        // Whatever comes in between, what was told stays true.
+        bench->writeFile("lab/ksbase.log", name.toUtf8());
+        QVERIFY(transcript.keep());
+        QCOMPARE(bench->readFile("lab/" + name), name.toUtf8());
+        QVERIFY(!QFile::exists("lab/ksbase.log"));
+    }
+}
+
+void TestStartFailure::aTranscriptNeverTakesThePlaceOfAnotherFile()
+{
+    QDir().mkdir("lab");
+    bench->writeFile("lab/ksbase.log", "the one that ended");
+    const Kestoboard::KeptTranscript transcript(bench->getPath("lab"));
+    bench->writeFile("lab/" + transcript.getName(), "of somebody else");
+    QVERIFY(!transcript.keep());
+    QCOMPARE(bench->readFile("lab/ksbase.log"), QByteArray("the one that ended"));
+    QCOMPARE(bench->readFile("lab/" + transcript.getName()), QByteArray("of somebody else"));
+}
+
+void TestStartFailure::theLastWindowNamesTheFileThatIsKept_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("sentence");
+    QTest::newRow("a transcript") << "ksbase-20260401-093007-250.log"
+                                  << "\"Start again\" begins a new transcript. This one is kept "
+                                     "beside it as ksbase-20260401-093007-250.log.";
+    QTest::newRow("none") << ""
+                          << "";
+}
+
+void TestStartFailure::theLastWindowNamesTheFileThatIsKept()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, sentence);
+    Kestoboard::LastWordsDialog dialog("the last line", name, [] { return true; });
+    const auto* const remark = dialog.findChild<QLabel*>("keptRemark");
+    dialog.show();
+    QCOMPARE(remark->isVisible() ? remark->text() : QString(), sentence);
 }
 
 void TestStartFailure::aDirectoryIsTakenOnce()
