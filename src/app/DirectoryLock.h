@@ -5,6 +5,7 @@
 #include <QString>
 
 #include <memory>
+#include <optional>
 
 namespace Kestoboard
 {
@@ -22,8 +23,21 @@ public:
     void release();
     /// Who works in the directory that could not be taken, in words.
     QString getHolder() const;
+    /// Whether who works there does so on another computer, or on this one under another name: then
+    /// nobody can tell from here whether they still do.
+    bool isHeldElsewhere() const;
+
+    /// The file that is there, in the directory, as long as somebody holds it.
+    static const char fileName[];
 
 private:
+    struct Holder {
+        qint64 process = 0;
+        QString host;
+    };
+    /// None where the file does not say it.
+    std::optional<Holder> readHolder() const;
+
     std::unique_ptr<QLockFile> file;
 };
 

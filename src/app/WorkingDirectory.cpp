@@ -32,7 +32,9 @@ bool WorkingDirectory::enter(const QString& path)
         if (!QDir::setCurrent(wanted)) {
             StartFailure(
                 tr("The directory %1 cannot be entered.").arg(QDir::toNativeSeparators(wanted)),
-                tr("Change its rights, or name another one with --directory."), false)
+                tr("Change its rights, or its name where that is no text, or name another one "
+                   "with --directory."),
+                false)
                 .tell();
             return false;
         }
@@ -57,10 +59,12 @@ bool WorkingDirectory::enter(const QString& path)
 
 QString WorkingDirectory::askForAnother() const
 {
-    const std::unique_ptr<QMessageBox> box(hasDisplay() ? makeBox(lock.getHolder()) : nullptr);
+    const std::unique_ptr<QMessageBox> box(
+        hasDisplay() ? makeBox(lock.getHolder(), lock.isHeldElsewhere()) : nullptr);
     if (box == nullptr) {
-        writeToStandardError(getComplaint(lock.getHolder()) + QLatin1Char('\n') + getAdvice() +
-                             QLatin1Char(' ') + tr("Name it with --directory."));
+        writeToStandardError(getComplaint(lock.getHolder()) + QLatin1Char('\n') +
+                             getAdvice(lock.isHeldElsewhere()) + QLatin1Char(' ') +
+                             tr("Name it with --directory."));
         return {};
     }
     box->exec();
@@ -71,10 +75,10 @@ QString WorkingDirectory::askForAnother() const
                                              QDir::currentPath());
 }
 
-QMessageBox* WorkingDirectory::makeBox(const QString& holder)
+QMessageBox* WorkingDirectory::makeBox(const QString& holder, bool mayHaveGone)
 {
     auto* const box = new QMessageBox(QMessageBox::NoIcon, tr("Directory in use"), {});
-    setWords(box, getComplaint(holder), getAdvice());
+    setWords(box, getComplaint(holder), getAdvice(mayHaveGone));
     box->setIconPixmap(Orvex::theme->getIcon("warning").pixmap(boxIconSize, boxIconSize));
     box->setObjectName(QStringLiteral("directoryInUse"));
     box->setDefaultButton(box->addButton(tr("Choose another directory…"), QMessageBox::AcceptRole));
@@ -87,10 +91,14 @@ QString WorkingDirectory::getComplaint(const QString& holder)
     return tr("%1 works in %2.").arg(holder, QDir::toNativeSeparators(QDir::currentPath()));
 }
 
-QString WorkingDirectory::getAdvice()
+QString WorkingDirectory::getAdvice(bool mayHaveGone)
 {
-    return tr("Two panels in one directory would overwrite each other's transcript: work in "
-              "another directory.");
+    const QString advice = tr("Two panels in one directory would overwrite each other's "
+                              "transcript: work in another directory.");
+    return mayHaveGone ? tr("If that panel has ended, remove the file %1 there.")
+                                 .arg(QLatin1String(DirectoryLock::fileName)) +
+                             QLatin1Char(' ') + advice
+                       : advice;
 }
 
 } // namespace Kestoboard

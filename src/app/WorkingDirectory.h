@@ -28,13 +28,14 @@ public:
     void leave() { lock.release(); }
 
     /// The question for another directory than the current one, in which the holder works; not
-    /// shown yet, and owned by the caller.
-    static QMessageBox* makeBox(const QString& holder);
+    /// shown yet, and owned by the caller. Where the holder may have gone without a trace, it says
+    /// what to do then.
+    static QMessageBox* makeBox(const QString& holder, bool mayHaveGone = false);
 
 private:
     QString askForAnother() const;
     static QString getComplaint(const QString& holder);
-    static QString getAdvice();
+    static QString getAdvice(bool mayHaveGone);
 
     DirectoryLock lock;
     QString chosen;

@@ -55,6 +55,7 @@ private slots:
     void anInterruptThatAlsoEndsTheToolHasStatusZero();
     void manySignalsAtOddMomentsEndItInOrder();
     void aSecondPanelInTheSameDirectoryIsRefused();
+    void aPanelOfAnotherComputerIsNamedWithTheRemedy();
     void theDirectoryIsFreeAgainAfterwards();
     void itWorksInTheGivenDirectory();
     void aTourLoadsABitstreamAndSavesEveryPage();
@@ -332,6 +333,19 @@ void TestProgram::aSecondPanelInTheSameDirectoryIsRefused()
     QVERIFY(second.getErrors().contains("--directory"));
     QVERIFY(bench->readFile("ksbase.log").startsWith(transcript));
     QVERIFY(program->isRunning());
+}
+
+void TestProgram::aPanelOfAnotherComputerIsNamedWithTheRemedy()
+{
+    // Nobody can tell from here whether it still runs.
+    bench->writeFile(".kestoboard.lock", "1\nkestoboard\nanother-computer\n");
+    QVERIFY(program->run({}));
+    QCOMPARE(program->getStatus(), 1);
+    const QString errors = program->getErrors();
+    QVERIFY2(errors.contains("process 1 on another-computer"), qPrintable(errors));
+    QVERIFY2(errors.contains("If that panel has ended, remove the file .kestoboard.lock there."),
+             qPrintable(errors));
+    QVERIFY(!QFile::exists("ksbase.log"));
 }
 
 void TestProgram::theDirectoryIsFreeAgainAfterwards()

@@ -61,6 +61,9 @@ private slots:
     void theLastWindowNamesTheFileThatIsKept_data();
     void theLastWindowNamesTheFileThatIsKept();
     void aDirectoryIsTakenOnce();
+    void aLockThatNamesNobodyKeepsNobodyOut_data();
+    void aLockThatNamesNobodyKeepsNobodyOut();
+    void aLockThatIsHeldCountsWhateverItSays();
 
 private:
     QScopedPointer<Bench> bench;
@@ -249,6 +252,36 @@ void TestStartFailure::aDirectoryIsTakenOnce()
     QVERIFY(second.take());
     second.release();
     QVERIFY(QDir().isEmpty());
+}
+
+void TestStartFailure::aLockThatNamesNobodyKeepsNobodyOut_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::newRow("empty, after a power failure") << QByteArray();
+    QTest::newRow("nonsense") << QByteArray("\x01\xff\n\n\xfe nonsense");
+}
+
+void TestStartFailure::aLockThatNamesNobodyKeepsNobodyOut()
+{
+    QFETCH(QByteArray, content);
+    bench->writeFile(".kestoboard.lock", content);
+    Kestoboard::DirectoryLock lock;
+    QVERIFY(lock.take());
+    Kestoboard::DirectoryLock second;
+    QVERIFY(!second.take());
+}
+
+void TestStartFailure::aLockThatIsHeldCountsWhateverItSays()
+{
+    Kestoboard::DirectoryLock first;
+    QVERIFY(first.take());
+    // As on a disk that was full when the panel began.
+    QVERIFY(QFile::resize(".kestoboard.lock", 0));
+    Kestoboard::DirectoryLock second;
+    QVERIFY(!second.take());
+    QCOMPARE(second.getHolder(), QString("Another Kestoboard"));
+    QVERIFY(!second.isHeldElsewhere());
+    QVERIFY(QFile::exists(".kestoboard.lock"));
 }
 
 KESTOBOARD_TEST_MAIN(TestStartFailure)
