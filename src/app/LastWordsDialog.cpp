@@ -6,8 +6,10 @@
 #include <QClipboard>
 #include <QDialogButtonBox>
 #include <QLabel>
+#include <QLocale>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QStringList>
 #include <QTextCursor>
 #include <QVBoxLayout>
 
@@ -15,6 +17,31 @@
 
 namespace Kestoboard
 {
+
+namespace
+{
+
+/// A line of many millions would keep the window from being shown.
+const int longestLine = 2000;
+
+/// The text with the lines cut that are too long to be looked at.
+QString getShown(const QString& text)
+{
+    QStringList lines = text.split(QLatin1Char('\n'));
+    for (QString& line : lines) {
+        if (line.size() > longestLine) {
+            const int end =
+                line.at(longestLine - 1).isHighSurrogate() ? longestLine - 1 : longestLine;
+            const int left = line.size() - end;
+            line.truncate(end);
+            line += LastWordsDialog::tr("… (%1 more characters, which \"Copy\" takes as well)")
+                        .arg(QLocale().toString(left));
+        }
+    }
+    return lines.join(QLatin1Char('\n'));
+}
+
+} // namespace
 
 LastWordsDialog::LastWordsDialog(const QString& text, const QString& keptName,
                                  std::function<bool()> keeper)
@@ -33,7 +60,7 @@ LastWordsDialog::LastWordsDialog(const QString& text, const QString& keptName,
     remark->setWordWrap(true);
     remark->setTextFormat(Qt::PlainText);
     remark->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    auto* const report = new QPlainTextEdit(text, this);
+    auto* const report = new QPlainTextEdit(getShown(text), this);
     report->setAccessibleName(tr("Last lines of the console"));
     report->setReadOnly(true);
     report->setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
@@ -48,7 +75,7 @@ LastWordsDialog::LastWordsDialog(const QString& text, const QString& keptName,
     again->setFocus();
     copy->setObjectName(QStringLiteral("copyButton"));
     connect(copy, &QPushButton::clicked, report,
-            [report] { QApplication::clipboard()->setText(report->toPlainText()); });
+            [text] { QApplication::clipboard()->setText(text); });
     connect(buttons, &QDialogButtonBox::accepted, this, &LastWordsDialog::startAgain);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 

@@ -14,6 +14,7 @@
 #include <QDateTime>
 #include <QDir>
 #include <QLabel>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSignalSpy>
 
@@ -54,6 +55,7 @@ private slots:
     void theLastWordsHoldTheConsoleAndTheTranscript();
     void theLastWordsAreTheLatest();
     void theLastWordsCanBeCopiedAndThePanelStartedAgain();
+    void aHugeLineIsShownCutAndCopiedWhole();
     void aTranscriptThatCannotBeKeptIsToldFirst();
     void whatAnotherPanelWritesIsLeftToIt();
     void aTranscriptIsKeptUnderTheNameThatWasTold();
@@ -152,6 +154,21 @@ void TestStartFailure::theLastWordsCanBeCopiedAndThePanelStartedAgain()
     QCOMPARE(spy.count(), 0);
     dialog.findChild<QPushButton*>("startAgainButton")->click();
     QCOMPARE(spy.count(), 1);
+}
+
+void TestStartFailure::aHugeLineIsShownCutAndCopiedWhole()
+{
+    const QString surrogates = QString::fromUcs4(U"\U0001F600");
+    const QString text =
+        "first\n" + QString(1999, 'x') + surrogates + QString(10'000'000, 'y') + "\nlast\n";
+    Kestoboard::LastWordsDialog dialog(text, "kept.log", [] { return true; });
+    dialog.show();
+    QCOMPARE(dialog.findChild<QPlainTextEdit*>()->toPlainText(),
+             "first\n" + QString(1999, 'x') +
+                 QString::fromUtf8("… (10,000,002 more characters, which \"Copy\" takes as well)") +
+                 "\nlast\n");
+    dialog.findChild<QPushButton*>("copyButton")->click();
+    QVERIFY(QApplication::clipboard()->text() == text);
 }
 
 void TestStartFailure::aTranscriptThatCannotBeKeptIsToldFirst()
