@@ -4,6 +4,7 @@
 
 #include <Board/KSBaseHandler.h>
 #include <Board/MainWindow.h>
+#include <foundation/Console.h>
 
 namespace Kestoboard
 {
@@ -11,6 +12,16 @@ namespace Kestoboard
 ToolWatch::ToolWatch(QObject* parent)
     : QObject(parent)
 {
+    connect(Orvex::console, &Orvex::Console::messageAdded, this, &ToolWatch::listen);
+}
+
+/// A tool that cannot be started comes to its end before anybody could find it.
+void ToolWatch::listen(const Orvex::Message& message)
+{
+    if (!process && message.level == Orvex::Level::Error &&
+        message.text == "ksbase2 process has finished. This should not happen") {
+        tell();
+    }
 }
 
 void ToolWatch::begin()
@@ -31,11 +42,15 @@ void ToolWatch::begin()
 
 QString ToolWatch::getVerdict() const
 {
-    if (!process || !hasTold) {
+    if (!hasTold) {
         return {};
     }
-    if (process->error() == QProcess::FailedToStart) {
-        return tr("The board tool could not be started: %1.").arg(process->errorString());
+    if (!process) {
+        return tr("The board tool could not be started: it is damaged, or made for another "
+                  "machine.");
+    }
+    if (process->state() != QProcess::NotRunning && process->error() != QProcess::Crashed) {
+        return tr("The board tool does not listen any more: %1.").arg(process->errorString());
     }
     return getEnd(process->exitStatus(), process->exitCode());
 }

@@ -5,6 +5,11 @@
 #include <QPointer>
 #include <QProcess>
 
+namespace Orvex
+{
+struct Message;
+} // namespace Orvex
+
 namespace Kestoboard
 {
 
@@ -31,8 +36,10 @@ signals:
     void toolEnded();
 
 private:
+    void listen(const Orvex::Message& message);
     void tell();
 
+    /// Null as long as there is no window, or no tool that has been started.
     QPointer<QProcess> process;
     bool hasTold = false;
 };

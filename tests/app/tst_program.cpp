@@ -46,6 +46,8 @@ private slots:
     void theToolsEndDuringACommandIsToldOnStandardError();
     void theToolsEndDuringALoadLeavesItUnknown();
     void theToolsEndBeforeTheWindowIsToldOnStandardError();
+    void aToolThatCannotBeStartedIsTold();
+    void aToolThatOnlyClosesItsInputIsNotSaidToHaveEnded();
     void theToolsEndKeepsTheSettings();
     void aSignalEndsAnIdlePanelInOrder_data();
     void aSignalEndsAnIdlePanelInOrder();
@@ -63,6 +65,8 @@ private slots:
     void aTourWithAToolThatRefusesTheBitstreamFails();
 
 private:
+    /// Has the panel find a shell script as its tool.
+    void setTool(const QByteArray& script);
     /// Starts the panel and waits until its boards are listed and brought up.
     void startPanel(const QStringList& arguments = {});
 
@@ -83,6 +87,12 @@ void TestProgram::cleanup()
 {
     program.reset();
     bench.reset();
+}
+
+void TestProgram::setTool(const QByteArray& script)
+{
+    bench->setTool(script);
+    program->setVariable("PATH", qEnvironmentVariable("PATH"));
 }
 
 void TestProgram::startPanel(const QStringList& arguments)
@@ -226,6 +236,34 @@ void TestProgram::theToolsEndBeforeTheWindowIsToldOnStandardError()
     QVERIFY(program->run({}));
     QCOMPARE(program->getStatus(), 1);
     QVERIFY2(program->getErrors().contains(toolEnded()), qPrintable(program->getErrors()));
+}
+
+void TestProgram::aToolThatCannotBeStartedIsTold()
+{
+    setTool("#!/no/such/interpreter\n");
+    QVERIFY(program->run({}));
+    QCOMPARE(program->getStatus(), 1);
+    const QString errors = program->getErrors();
+    QVERIFY2(errors.contains("The board tool could not be started: it is damaged, or made for "
+                             "another machine.\n"),
+             qPrintable(errors));
+    QVERIFY(!QFile::exists(".kestoboard.lock"));
+}
+
+void TestProgram::aToolThatOnlyClosesItsInputIsNotSaidToHaveEnded()
+{
+    // It lives as long as its panel, and answers once, so that there is a second command.
+    setTool("#!/bin/sh\n"
+            "read -r line\n"
+            "exec 0<&-\n"
+            "printf '* 0x534B0001 KS-Dev A\\nCOMMAND SUCCEEDED\\n' >&2\n"
+            "while kill -0 $PPID 2>/dev/null; do sleep 0.05; done\n");
+    QVERIFY(program->run({}));
+    QCOMPARE(program->getStatus(), 1);
+    const QString errors = program->getErrors();
+    QVERIFY2(errors.contains("The board tool does not listen any more: "), qPrintable(errors));
+    QVERIFY(!errors.contains("ended with the status"));
+    QVERIFY(!QFile::exists(".kestoboard.lock"));
 }
 
 void TestProgram::theToolsEndKeepsTheSettings()
