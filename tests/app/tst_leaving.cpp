@@ -121,8 +121,12 @@ void TestLeaving::leavingDuringAnotherCommandAsksNothing()
 void TestLeaving::leavingWhileTheToolIsSilentAtTheStart()
 {
     bench->setScenario(bench->hold("board list"));
+    program->setSetting("ScopeLeaf/filename", "kept.vcd");
+    program->setSetting("Window/geometry", QByteArray("of the run before"));
     play("leave-at-start");
     QVERIFY(program->getOutput().contains("waiting\n"));
+    QCOMPARE(program->getSetting("ScopeLeaf/filename").toString(), QString("kept.vcd"));
+    QCOMPARE(program->getSetting("Window/geometry").toByteArray(), QByteArray("of the run before"));
     QVERIFY(!QFile::exists(".kestoboard.lock"));
 }
 
