@@ -8,6 +8,9 @@
 #include <QMetaEnum>
 #include <QSettings>
 
+#include <cmath>
+#include <limits>
+
 namespace Kestoboard
 {
 
@@ -29,15 +32,43 @@ bool isScheme(const QVariant& value)
     return isKnown;
 }
 
+/// The toolkit would take what does not fit into its type for another number.
+bool isNumber(const QVariant& value, int least)
+{
+    bool isOne = false;
+    const qlonglong number = value.toLongLong(&isOne);
+    return isOne && number >= least && number <= std::numeric_limits<int>::max();
+}
+
 bool isLineLimit(const QVariant& value)
 {
-    return value.toInt() >= fewestLines;
+    return isNumber(value, fewestLines);
+}
+
+bool isPatience(const QVariant& value)
+{
+    return isNumber(value, 0);
+}
+
+bool isFontSize(const QVariant& value)
+{
+    bool isNumber = false;
+    const double size = value.toDouble(&isNumber);
+    return isNumber && std::isfinite(size) && size > 0;
+}
+
+QString getFreeName(const QString& beginning)
+{
+    QString name = beginning;
+    for (int number = 2; QFile::exists(name); ++number) {
+        name = beginning + QString::number(number);
+    }
+    return name;
 }
 
 QString putAside(const QString& file)
 {
-    const QString aside = file + QStringLiteral(".bad");
-    QFile::remove(aside);
+    const QString aside = getFreeName(file + QStringLiteral(".bad"));
     if (!QFile::rename(file, aside)) {
         return getSentence(QT_TRANSLATE_NOOP("Kestoboard::SettingsCheck",
                                              "The settings in %1 cannot be understood"))
@@ -54,6 +85,8 @@ QString putAside(const QString& file)
 QStringList checkSettings()
 {
     QSettings settings;
+    // A part of the file is read when a key in it is wanted.
+    settings.allKeys();
     if (settings.status() == QSettings::FormatError) {
         return {putAside(settings.fileName())};
     }
@@ -63,6 +96,9 @@ QStringList checkSettings()
     } checks[] = {
         {"Window/scheme", isScheme},
         {"Window/consoleLimit", isLineLimit},
+        {"Window/consoleFontSize", isFontSize},
+        {"Activity/patience", isPatience},
+        {"Activity/transferPatience", isPatience},
     };
     QStringList unusable;
     for (const auto& check : checks) {

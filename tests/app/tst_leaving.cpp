@@ -7,6 +7,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QMap>
 
 using Test::Bench;
 using Test::Program;
@@ -31,7 +32,9 @@ private slots:
     void stayingKeepsTheSession();
     void aSessionThatMayNotAskEndsDuringATransfer();
     void aBitstreamOnTheCommandLineIsChosenAndNotLoaded();
+    void settingsThatCannotBeUnderstoodArePutAside_data();
     void settingsThatCannotBeUnderstoodArePutAside();
+    void settingsThatCannotBeUsedAreNamed();
     void anExceptionThatLeavesASlotIsReported_data();
     void anExceptionThatLeavesASlotIsReported();
 
@@ -195,17 +198,52 @@ void TestLeaving::aBitstreamOnTheCommandLineIsChosenAndNotLoaded()
     QVERIFY(bench->getJournal().filter("chip bitstream").isEmpty());
 }
 
+void TestLeaving::settingsThatCannotBeUnderstoodArePutAside_data()
+{
+    QTest::addColumn<QByteArray>("nonsense");
+    QTest::newRow("a heading without its end") << QByteArray("[Window\nno sign of equality\n");
+    QTest::newRow("a text") << QByteArray("Dear diary,\nit rains.\n");
+    QTest::newRow("zeros, after a power failure") << QByteArray(4096, '\0');
+    QTest::newRow("bytes") << QByteArray("\xff\xfe\x01=\x02\n\x9c\x00\x1b[2J\n\"", 15);
+    QTest::newRow("a line among others") << QByteArray("[ScopeLeaf]\nfilename=x\nnonsense\n");
+}
+
 void TestLeaving::settingsThatCannotBeUnderstoodArePutAside()
 {
+    QFETCH(QByteArray, nonsense);
     QDir().mkpath("config/Kestoboard");
-    const QByteArray nonsense("[Window\nno sign of equality\n");
     const QString file = bench->writeFile("config/Kestoboard/kestoboard.conf", nonsense);
+    bench->writeFile("config/Kestoboard/kestoboard.conf.bad", "of another time");
     program->setVariable("XDG_CONFIG_HOME", bench->getPath("config"));
     play("leave-when-idle");
     QCOMPARE(program->getOutput().count("The settings in " + file + " cannot be understood"), 1);
-    QCOMPARE(bench->readFile("config/Kestoboard/kestoboard.conf.bad"), nonsense);
+    QCOMPARE(bench->readFile("config/Kestoboard/kestoboard.conf.bad2"), nonsense);
+    QCOMPARE(bench->readFile("config/Kestoboard/kestoboard.conf.bad"),
+             QByteArray("of another time"));
     // The new ones are kept.
     QVERIFY(bench->readFile("config/Kestoboard/kestoboard.conf").contains("frequencyUnit=MHz"));
+}
+
+void TestLeaving::settingsThatCannotBeUsedAreNamed()
+{
+    const QMap<QString, QVariant> unusable{{"Window/scheme", "Purple"},
+                                           {"Window/consoleLimit", "99999999999999"},
+                                           {"Window/consoleFontSize", "inf"},
+                                           {"Activity/patience", "-1"},
+                                           {"Activity/transferPatience", "1e99"}};
+    for (auto setting = unusable.begin(); setting != unusable.end(); ++setting) {
+        program->setSetting(setting.key(), setting.value());
+    }
+    program->setSetting("ScopeLeaf/filename", "kept.vcd");
+    play("leave-when-idle");
+    QVERIFY2(program->getOutput().contains(
+                 "Settings that cannot be used are passed over: Window/scheme, "
+                 "Window/consoleLimit, Window/consoleFontSize, Activity/patience, "
+                 "Activity/transferPatience\n"),
+             qPrintable(program->getOutput()));
+    QCOMPARE(program->getSetting("Window/consoleLimit").toInt(), 200'000);
+    QVERIFY(!program->getSetting("Activity/patience").isValid());
+    QCOMPARE(program->getSetting("ScopeLeaf/filename").toString(), QString("kept.vcd"));
 }
 
 void TestLeaving::anExceptionThatLeavesASlotIsReported_data()
