@@ -6,11 +6,13 @@
 #include "app/EmptyListRemark.h"
 #include "app/Menus.h"
 #include "app/OneLineValidator.h"
+#include "app/PageScroller.h"
 #include "app/RestingCursor.h"
 #include "app/SimulatedTool.h"
 #include "app/TranscriptWatch.h"
 
 #include <Board/BrowseFolio.h>
+#include <Board/Folio.h>
 #include <Board/MainWindow.h>
 #include <application/FileSystemBrowser.h>
 
@@ -19,6 +21,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QLineEdit>
+#include <QStackedWidget>
 #include <QStatusBar>
 #include <QTreeView>
 
@@ -34,6 +37,7 @@ WindowFurniture::WindowFurniture(Board::MainWindow* panel, SchemeChoice* schemes
     keepFieldsToOneLine();
     addIndicator();
     addRemarks();
+    letPagesScroll();
     new RestingCursor(RestingCursor::usualPatience, window);
     new TranscriptWatch(window->getKSBaseHandler(), window);
     auto* const drops = new DropTarget(window);
@@ -95,6 +99,15 @@ void WindowFurniture::addRemarks()
                                         "Kestoboard::WindowFurniture",
                                         "The bitstreams that were loaded last will be here. Choose "
                                         "one under Browse, or drop it on the window."));
+    }
+}
+
+void WindowFurniture::letPagesScroll()
+{
+    const QString anyName;
+    if (auto* const pages =
+            window->getFolio()->findChild<QStackedWidget*>(anyName, Qt::FindDirectChildrenOnly)) {
+        new PageScroller(pages);
     }
 }
 

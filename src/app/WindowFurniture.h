@@ -35,6 +35,7 @@ private:
     void keepFieldsToOneLine();
     void addIndicator();
     void addRemarks();
+    void letPagesScroll();
     void setTitle();
     void focusFirstControl();
 

@@ -25,6 +25,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QScrollBar>
 #include <QSet>
 #include <QSettings>
 
@@ -37,6 +38,7 @@ namespace
 {
 
 const int pageCount = 4;
+const int monitoringPage = 1;
 
 /// What a person acts on or reads from, and so has to be told apart from others.
 bool needsName(const QAccessibleInterface& face)
@@ -180,7 +182,9 @@ void TestAccessibility::init()
 {
     QSettings().clear();
     bench.reset(new Bench);
-    bench->setScenario(Bench::board("KS-Dev A", "selected = true"));
+    // So many that their page has to be scrolled.
+    const QString channel = "[[board.channel]]\nname = \"Rail\"\nvoltage = 1.0\n";
+    bench->setScenario(Bench::board("KS-Dev A", "selected = true") + channel.repeated(60));
     bench->writeFile("example.cmd", "board list\n");
     schemes.reset(new SchemeChoice);
     shutdown.reset(new Kestoboard::Shutdown);
@@ -213,6 +217,9 @@ void TestAccessibility::raisePage(int page)
     panel->getFolio()->raiseLeaf(static_cast<unsigned long>(
         page == pageCount ? panel->getFolio()->getBitstreamIndex() : page));
     QTRY_VERIFY(panel->getEngine()->getCommandHandlers().isEmpty());
+    if (page == monitoringPage) {
+        QTRY_VERIFY(getWindow()->findChild<QScrollBar*>("pageScrollBar")->isVisible());
+    }
 }
 
 void TestAccessibility::everythingOnEveryPageHasAName_data()

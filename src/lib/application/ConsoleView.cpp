@@ -35,6 +35,8 @@ constexpr int largestStep = 2000;
 /// A view full of matches is marked up to here.
 constexpr int mostMarks = 2000;
 constexpr int tabColumns = 8;
+/// The view is never made lower than these need.
+constexpr int leastLines = 2;
 constexpr qreal leastFontSize = 5;
 constexpr qreal mostFontSize = 48;
 constexpr int wheelStep = 120;
@@ -298,6 +300,12 @@ QString ConsoleView::getSelectedText() const
 {
     const QTextCursor cursor = textCursor();
     return getText(cursor.selectionStart(), cursor.selectionEnd(), false);
+}
+
+QSize ConsoleView::minimumSizeHint() const
+{
+    return {QPlainTextEdit::minimumSizeHint().width(),
+            leastLines * fontMetrics().lineSpacing() + 2 * frameWidth()};
 }
 
 bool ConsoleView::isFollowing() const

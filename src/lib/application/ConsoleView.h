@@ -78,6 +78,9 @@ public:
     /// The selected lines without hidden ones.
     QString getSelectedText() const;
 
+    /// A few lines: the person may want all the room for something else.
+    QSize minimumSizeHint() const override;
+
     bool isFollowing() const;
     void jumpToEnd();
 
