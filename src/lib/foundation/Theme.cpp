@@ -225,6 +225,8 @@ void Theme::enrich(QComboBox* comboBox) const
     // A view and a delegate of its own: the style's own popup does not follow the style sheet.
     comboBox->setView(new QListView(comboBox));
     comboBox->setItemDelegate(new QStyledItemDelegate(comboBox));
+    // Otherwise the toolkit goes on asking for the room of the longest entry that there ever was.
+    comboBox->setMinimumContentsLength(1);
     comboBox->setAttribute(Qt::WA_Hover);
     comboBox->view()->viewport()->setAttribute(Qt::WA_Hover);
 }

@@ -157,6 +157,7 @@ private slots:
     void aBoxOfMessagesDoesNotBreakAPath();
     void anEnrichedListTellsItsDelegateOfThePointer();
     void anEnrichedComboBoxStaysAnOrdinaryOne();
+    void anEnrichedComboBoxForgetsTheWidthOfEntriesThatHaveGone();
     void anEnrichedTreeStaysAnOrdinaryOneAndFollowsThePointer();
     void nothingToEnrichIsPassedOver();
 };
@@ -572,6 +573,21 @@ void ThemeTest::anEnrichedComboBoxStaysAnOrdinaryOne()
     QCOMPARE(chosen.count(), 1);
     QCOMPARE(comboBox.count(), 2);
     QCOMPARE(comboBox.findText(QStringLiteral("one")), 0);
+}
+
+void ThemeTest::anEnrichedComboBoxForgetsTheWidthOfEntriesThatHaveGone()
+{
+    Theme theme(Theme::Scheme::Light);
+    QComboBox comboBox;
+    comboBox.setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    theme.enrich(&comboBox);
+    comboBox.addItem("An entry with many words");
+    // A layout asks for both.
+    const int wide = qMax(comboBox.minimumSizeHint().width(), comboBox.sizeHint().width());
+    comboBox.clear();
+    comboBox.addItem("Short");
+    QVERIFY(comboBox.sizeHint().width() < wide);
+    QVERIFY(comboBox.minimumSizeHint().width() <= comboBox.sizeHint().width());
 }
 
 void ThemeTest::anEnrichedTreeStaysAnOrdinaryOneAndFollowsThePointer()
