@@ -1,6 +1,7 @@
 #include <application/ConsoleView.h>
 
 #include <application/ConsoleGutter.h>
+#include <application/ConsoleViewFace.h>
 #include <application/FixedFont.h>
 
 #include <foundation/Theme.h>
@@ -104,6 +105,7 @@ ConsoleView::ConsoleView(QWidget* parent)
     , gutter(new ConsoleGutter(this))
     , jumpButton(new QToolButton(this))
 {
+    ConsoleViewFace::install();
     setReadOnly(true);
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     setTabChangesFocus(true);

@@ -121,6 +121,10 @@ private slots:
     void theFontSizeStaysReadable();
     void theTextIsMonospacedAndReadOnly();
     void everyControlHasAnAccessibleName();
+    void aScreenReaderHearsTheLevelOfALine();
+    void aScreenReaderFindsTheTextAsItIs();
+    void aScreenReaderGoesFromUnitToUnit();
+    void aScreenReaderMovesTheCursorAndSelects();
 
 private:
     void makeWidget();
@@ -1027,6 +1031,112 @@ void ConsoleWidgetTest::theTextIsMonospacedAndReadOnly()
     QVERIFY(view->isReadOnly());
     QVERIFY((view->textInteractionFlags() & Qt::TextSelectableByKeyboard) != 0);
     QVERIFY(!view->isUndoRedoEnabled());
+}
+
+namespace
+{
+
+/// What a screen reader reads at each line that begins where the one before has ended.
+QStringList getHeardLines(QAccessibleTextInterface* face)
+{
+    QStringList lines;
+    for (int start = 0, end = 0, next = 0; next <= face->characterCount(); next = end + 1) {
+        lines += face->textAtOffset(next, QAccessible::LineBoundary, &start, &end);
+    }
+    return lines;
+}
+
+} // namespace
+
+void ConsoleWidgetTest::aScreenReaderHearsTheLevelOfALine()
+{
+    console->print("plain", "");
+    console->error("bad\nas told", "");
+    console->indent();
+    console->warning("mind", "");
+    console->print("plain again", "");
+    QAccessibleInterface* const whole = QAccessible::queryAccessibleInterface(view);
+    QCOMPARE(
+        getHeardLines(whole->textInterface()),
+        QStringList({"plain", "Error: bad", "as told", "Warning:     mind", "    plain again"}));
+    QVERIFY(whole->state().readOnly);
+    QVERIFY(whole->state().focusable);
+    // A line that is too long for the view begins once.
+    widget->clear();
+    console->error(std::string(300, 'x'), "");
+    const QStringList pieces = getHeardLines(whole->textInterface());
+    QCOMPARE(pieces.filter("Error: ").size(), 1);
+}
+
+void ConsoleWidgetTest::aScreenReaderFindsTheTextAsItIs()
+{
+    console->error("bad", "");
+    console->warning("mind", "");
+    QAccessibleInterface* const whole = QAccessible::queryAccessibleInterface(view);
+    QAccessibleTextInterface* const face = whole->textInterface();
+    QCOMPARE(face->text(0, face->characterCount()), QString("bad\nmind"));
+    QCOMPARE(whole->text(QAccessible::Value), QString("bad\nmind"));
+    QCOMPARE(face->text(4, 8), QString("mind"));
+    QCOMPARE(face->text(4, 1000), QString("mind"));
+    QCOMPARE(widget->getText(), QString("bad\nmind"));
+    widget->selectAll();
+    widget->copy();
+    QCOMPARE(QGuiApplication::clipboard()->text(), QString("bad\nmind"));
+    QCOMPARE(face->offsetAtPoint(face->characterRect(5).center()), 5);
+    int start = -1;
+    int end = -1;
+    QVERIFY(face->attributes(5, &start, &end).isEmpty());
+    QCOMPARE(start, 4);
+    QCOMPARE(end, 8);
+}
+
+void ConsoleWidgetTest::aScreenReaderGoesFromUnitToUnit()
+{
+    console->error("one two", "");
+    console->warning("three", "");
+    QAccessibleTextInterface* const face =
+        QAccessible::queryAccessibleInterface(view)->textInterface();
+    int start = -1;
+    int end = -1;
+    QCOMPARE(face->textAfterOffset(2, QAccessible::LineBoundary, &start, &end),
+             QString("Warning: three"));
+    QCOMPARE(start, 8);
+    QCOMPARE(end, 13);
+    QVERIFY(face->textAfterOffset(9, QAccessible::LineBoundary, &start, &end).isEmpty());
+    QCOMPARE(face->textBeforeOffset(9, QAccessible::ParagraphBoundary, &start, &end),
+             QString("Error: one two"));
+    QVERIFY(face->textBeforeOffset(3, QAccessible::LineBoundary, &start, &end).isEmpty());
+    QCOMPARE(face->textAtOffset(5, QAccessible::WordBoundary, &start, &end), QString("two"));
+    QCOMPARE(face->textAtOffset(5, QAccessible::CharBoundary, &start, &end), QString("w"));
+    QCOMPARE(face->textAfterOffset(5, QAccessible::CharBoundary, &start, &end), QString("o"));
+    QCOMPARE(face->textAtOffset(5, QAccessible::NoBoundary, &start, &end),
+             QString("one two\nthree"));
+}
+
+void ConsoleWidgetTest::aScreenReaderMovesTheCursorAndSelects()
+{
+    printLines(200);
+    QTRY_COMPARE_WITH_TIMEOUT(view->blockCount(), 200, 60000);
+    QAccessibleTextInterface* const face =
+        QAccessible::queryAccessibleInterface(view)->textInterface();
+    face->setCursorPosition(3);
+    QCOMPARE(view->textCursor().position(), 3);
+    QCOMPARE(face->cursorPosition(), 3);
+    QCOMPARE(face->selectionCount(), 0);
+    face->addSelection(1, 4);
+    QCOMPARE(face->selectionCount(), 1);
+    int start = -1;
+    int end = -1;
+    face->selection(0, &start, &end);
+    QCOMPARE(start, 1);
+    QCOMPARE(end, 4);
+    QCOMPARE(view->textCursor().selectedText(), face->text(1, 4));
+    face->removeSelection(0);
+    QCOMPARE(face->selectionCount(), 0);
+    face->scrollToSubstring(face->characterCount(), face->characterCount());
+    QCOMPARE(getScrollBar()->value(), getScrollBar()->maximum());
+    face->scrollToSubstring(0, 1);
+    QCOMPARE(getScrollBar()->value(), 0);
 }
 
 void ConsoleWidgetTest::everyControlHasAnAccessibleName()
