@@ -11,6 +11,7 @@
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QScrollBar>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -21,6 +22,8 @@ namespace Kestoboard
 
 namespace
 {
+
+const int usualHeight = 460;
 
 /// The text of an action as it reads, without the mark of its access key.
 QString getPlainText(const QAction& action)
@@ -87,14 +90,28 @@ KeyboardMap::KeyboardMap(QMainWindow* window)
     Orvex::theme->enrich(list);
     addActions(*window);
     addFixedKeys();
-    list->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
+    // Where there is no room for the longest effect the list is scrolled.
+    list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
 
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(list);
     layout->addWidget(buttons);
-    resize(520, 460);
+    resize(getListWidth() + layout->contentsMargins().left() + layout->contentsMargins().right(),
+           usualHeight);
+}
+
+/// The width in which every row of the list is seen whole.
+int KeyboardMap::getListWidth() const
+{
+    ensurePolished();
+    int width = 2 * list->frameWidth() + list->verticalScrollBar()->sizeHint().width();
+    for (int column = 0; column < list->columnCount(); ++column) {
+        list->resizeColumnToContents(column);
+        width += list->columnWidth(column);
+    }
+    return width;
 }
 
 void KeyboardMap::addActions(const QMainWindow& window)

@@ -20,6 +20,7 @@ public:
 private:
     void addActions(const QMainWindow& window);
     void addFixedKeys();
+    int getListWidth() const;
     void addRow(const QString& keys, const QString& effect);
 
     QTreeWidget* list;

@@ -11,6 +11,7 @@
 #include <Board/KSBaseHandler.h>
 #include <Board/MainWindow.h>
 #include <application/ConsoleWidget.h>
+#include <application/FileDialogLook.h>
 #include <foundation/Console.h>
 #include <foundation/Debug.h>
 #include <foundation/Theme.h>
@@ -19,12 +20,9 @@
 #include <QDesktopServices>
 #include <QDir>
 #include <QFileDialog>
-#include <QHeaderView>
 #include <QMenu>
 #include <QMenuBar>
 #include <QShortcut>
-#include <QSplitter>
-#include <QTreeView>
 #include <QUrl>
 
 namespace Kestoboard
@@ -32,9 +30,6 @@ namespace Kestoboard
 
 namespace
 {
-
-const QSize chooserSize(760, 480);
-const int placesWidth = 140;
 
 QKeySequence getKeys(const QString& keys)
 {
@@ -237,14 +232,7 @@ void Menus::openBitstream()
     const QString patterns =
         Orvex::isDebug() ? QStringLiteral("*.ksb *.bbs *.bts") : QStringLiteral("*.ksb");
     dialog->setNameFilters({tr("Bitstreams (%1)").arg(patterns), tr("All files (*)")});
-    if (auto* const list = dialog->findChild<QTreeView*>()) {
-        // Where the desktop has no dialog of its own, sizes and dates are seen whole.
-        list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
-        dialog->resize(chooserSize);
-        if (auto* const parts = dialog->findChild<QSplitter*>()) {
-            parts->setSizes({placesWidth, chooserSize.width() - placesWidth});
-        }
-    }
+    Zandu::arrangeFileDialog(dialog);
     connect(dialog, &QFileDialog::fileSelected, targets.drops, &DropTarget::offer);
     dialog->open();
 }

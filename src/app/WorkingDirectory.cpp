@@ -4,6 +4,7 @@
 #include "app/MessageBox.h"
 #include "app/StartFailure.h"
 
+#include <application/FileDialogLook.h>
 #include <foundation/PlainText.h>
 #include <foundation/Theme.h>
 
@@ -71,8 +72,11 @@ QString WorkingDirectory::askForAnother() const
     if (box->buttonRole(box->clickedButton()) != QMessageBox::AcceptRole) {
         return {};
     }
-    return QFileDialog::getExistingDirectory(nullptr, tr("Directory to work in"),
-                                             QDir::currentPath());
+    QFileDialog dialog(nullptr, tr("Directory to work in"), QDir::currentPath());
+    dialog.setFileMode(QFileDialog::Directory);
+    dialog.setOption(QFileDialog::ShowDirsOnly);
+    Zandu::arrangeFileDialog(&dialog);
+    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
 }
 
 QMessageBox* WorkingDirectory::makeBox(const QString& holder, bool mayHaveGone)

@@ -106,6 +106,7 @@ private slots:
     void theStyleSheetComesWithTheFirstWindowThatIsShown();
     void theTextCursorRestsUntilSomebodyTouchesSomething();
     void theKeyboardMapListsEveryShortcut();
+    void theKeyboardMapIsWideEnough();
     void theKeysOfTheMapDoWhatItSays();
     void theReportCanBeCopied();
     void anEmptyListOfRecentFilesSaysWhatBelongsThere();
@@ -843,6 +844,20 @@ TestWindowFurniture::Trials TestWindowFurniture::getTrialsInTheBrowser() const
         {"Sort by size, in the browser", [sortsBy] { return sortsBy(Qt::Key_2, 1); }},
         {"Sort by date, in the browser", [sortsBy] { return sortsBy(Qt::Key_3, 2); }},
     };
+}
+
+void TestWindowFurniture::theKeyboardMapIsWideEnough()
+{
+    makeWindow();
+    Kestoboard::KeyboardMap map(panel->getWindow());
+    map.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&map));
+    const auto* const list = map.findChild<QTreeWidget*>();
+    const QAbstractItemView* const view = list;
+    for (int column = 0; column < list->columnCount(); ++column) {
+        QVERIFY(list->columnWidth(column) >= view->sizeHintForColumn(column));
+    }
+    QVERIFY(list->header()->length() <= list->viewport()->width());
 }
 
 void TestWindowFurniture::theKeysOfTheMapDoWhatItSays()

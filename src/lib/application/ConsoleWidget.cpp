@@ -2,6 +2,7 @@
 
 #include <application/ConsoleFindBar.h>
 #include <application/ConsoleView.h>
+#include <application/FileDialogLook.h>
 #include <application/IconButton.h>
 #include <application/NoticeBar.h>
 
@@ -193,6 +194,7 @@ void ConsoleWidget::save()
     dialog->setAcceptMode(QFileDialog::AcceptSave);
     dialog->setNameFilters({tr("Text files (*.txt)"), tr("All files (*)")});
     dialog->selectFile(QStringLiteral("console.txt"));
+    arrangeFileDialog(dialog);
     connect(dialog, &QFileDialog::fileSelected, this, &ConsoleWidget::saveTo);
     dialog->open();
 }

@@ -10,6 +10,8 @@
 #include <QClipboard>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QFileDialog>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -20,6 +22,7 @@
 #include <QTextBlock>
 #include <QThread>
 #include <QToolButton>
+#include <QTreeView>
 #include <QWheelEvent>
 
 #include <QRegularExpression>
@@ -121,6 +124,7 @@ private slots:
     void theFontSizeStaysReadable();
     void theTextIsMonospacedAndReadOnly();
     void everyControlHasAnAccessibleName();
+    void theDialogOfSavingCutsNoSizeOrDateOff();
     void aScreenReaderHearsTheLevelOfALine();
     void aScreenReaderFindsTheTextAsItIs();
     void aScreenReaderGoesFromUnitToUnit();
@@ -1031,6 +1035,28 @@ void ConsoleWidgetTest::theTextIsMonospacedAndReadOnly()
     QVERIFY(view->isReadOnly());
     QVERIFY((view->textInteractionFlags() & Qt::TextSelectableByKeyboard) != 0);
     QVERIFY(!view->isUndoRedoEnabled());
+}
+
+void ConsoleWidgetTest::theDialogOfSavingCutsNoSizeOrDateOff()
+{
+    const QTemporaryDir directory;
+    const QString before = QDir::currentPath();
+    QVERIFY(QDir::setCurrent(directory.path()));
+    QFile file(QString("long").repeated(40) + ".txt");
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    widget->save();
+    auto* const dialog = widget->findChild<QFileDialog*>();
+    QVERIFY(dialog != nullptr);
+    const auto* const list = dialog->findChild<QTreeView*>();
+    QTRY_COMPARE(list->model()->rowCount(list->rootIndex()), 1);
+    const QAbstractItemView* const rows = list;
+    for (int column = 1; column < list->model()->columnCount(); ++column) {
+        QTRY_VERIFY(list->columnWidth(column) >= rows->sizeHintForColumn(column));
+    }
+    QTRY_VERIFY(list->header()->length() <= list->viewport()->width());
+    QVERIFY(dialog->focusWidget() == dialog->findChild<QLineEdit*>());
+    dialog->reject();
+    QVERIFY(QDir::setCurrent(before));
 }
 
 namespace
