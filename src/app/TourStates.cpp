@@ -34,6 +34,7 @@
 #include <QStatusBar>
 #include <QTimer>
 #include <QToolButton>
+#include <QTreeView>
 
 #include <chrono>
 #include <memory>
@@ -230,6 +231,13 @@ void TourStates::showDialogs()
 {
     window->findChild<Menus*>()->openBitstream();
     auto* const chooser = window->findChild<QFileDialog*>();
+    const auto* const files = chooser->findChild<QTreeView*>();
+    const bool hasFiles = !QDir().entryList({QStringLiteral("*.ksb")}, QDir::Files).isEmpty();
+    // It reads the directory on a thread of its own.
+    if (files != nullptr && hasFiles) {
+        waitFor(tr("the files to choose from"),
+                [files] { return files->model()->rowCount(files->rootIndex()) > 0; });
+    }
     QCoreApplication::processEvents();
     save(chooser->grab(), QStringLiteral("dialog-open"));
     chooser->close();

@@ -20,7 +20,7 @@ public:
     /// Makes every view have one that is asked for from now on.
     static void install();
 
-    explicit ConsoleViewFace(ConsoleView* view);
+    explicit ConsoleViewFace(ConsoleView* shown);
 
     void* interface_cast(QAccessible::InterfaceType type) override;
     QAccessible::State state() const override;
