@@ -18,6 +18,7 @@
 
 #include <foundation/PlainText.h>
 
+#include <QCheckBox>
 #include <QCoreApplication>
 #include <QDir>
 #include <QLineEdit>
@@ -35,6 +36,7 @@ WindowFurniture::WindowFurniture(Board::MainWindow* panel, SchemeChoice* schemes
 {
     setTitle();
     keepFieldsToOneLine();
+    showTicksAtOnce();
     addIndicator();
     addRemarks();
     letPagesScroll();
@@ -74,6 +76,15 @@ void WindowFurniture::keepFieldsToOneLine()
             validator->validate(text, position);
             field->setText(text);
         }
+    }
+}
+
+/// A box whose page waits for the board tool in the middle of the change would be painted only when
+/// the answer has come.
+void WindowFurniture::showTicksAtOnce()
+{
+    for (QCheckBox* const box : window->findChildren<QCheckBox*>()) {
+        QObject::connect(box, &QCheckBox::toggled, box, [box] { box->update(); });
     }
 }
 

@@ -33,6 +33,7 @@ public:
 private:
     /// Text that is pasted or dropped into a field never becomes a second command.
     void keepFieldsToOneLine();
+    void showTicksAtOnce();
     void addIndicator();
     void addRemarks();
     void letPagesScroll();

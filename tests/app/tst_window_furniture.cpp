@@ -17,6 +17,7 @@
 #include "support/TestMain.h"
 #include "support/When.h"
 
+#include <Board/BasicLeaf.h>
 #include <Board/BrowseFolio.h>
 #include <Board/Folio.h>
 #include <Board/KSBaseHandler.h>
@@ -24,6 +25,7 @@
 #include <application/FileSystemBrowser.h>
 
 #include <QAccessible>
+#include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
 #include <QDesktopServices>
@@ -54,6 +56,22 @@ using Test::Panel;
 
 namespace
 {
+
+/// For what would never come: far longer than any machine needs.
+const int longestWait = 60'000;
+
+/// Counts how often a widget is painted.
+class PaintCounter : public QObject
+{
+public:
+    int paints = 0;
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        paints += event->type() == QEvent::Paint ? 1 : 0;
+        return QObject::eventFilter(watched, event);
+    }
+};
 
 /// The text of an action as it reads.
 QString getPlainText(const QAction& action)
@@ -109,6 +127,7 @@ private slots:
     void theKeyboardMapIsWideEnough();
     void theKeysOfTheMapDoWhatItSays();
     void theReportCanBeCopied();
+    void aTickIsSeenBeforeTheBoardHasTakenIt();
     void anEmptyListOfRecentFilesSaysWhatBelongsThere();
     void everyControlHasAName();
 
@@ -900,6 +919,37 @@ void TestWindowFurniture::theReportCanBeCopied()
     QVERIFY(report.contains(bench->getPath("ksbase.log")));
     QVERIFY(report.contains("Connected KS-Dev A"));
     about->close();
+}
+
+void TestWindowFurniture::aTickIsSeenBeforeTheBoardHasTakenIt()
+{
+    bench->setScenario(Bench::board("KS-Dev A", "selected = true") +
+                       bench->hold("board set reset on"));
+    panel->getEngine()->refreshTamsaMap();
+    findAction("Basic")->trigger();
+    QCheckBox* const box = panel->find<Board::BasicLeaf>()->findChildren<QCheckBox*>().first();
+    box->setFocus();
+    const QPoint place(box->style()->pixelMetric(QStyle::PM_IndicatorWidth) / 2, box->height() / 2);
+    QTest::mousePress(box, Qt::LeftButton, Qt::NoModifier, place);
+    // What the press itself has to paint is over.
+    QCoreApplication::processEvents();
+    const int formerCount = bench->count("board set reset on");
+    PaintCounter counter;
+    box->installEventFilter(&counter);
+    connect(box, &QCheckBox::toggled, &counter, [&counter] { counter.paints = 0; });
+    bool isSeen = false;
+    QObject wait;
+    Test::when(
+        &wait, [&counter] { return counter.paints > 0; },
+        [this, &isSeen] {
+            isSeen = true;
+            bench->release();
+        });
+    QTimer::singleShot(longestWait, &wait, [this] { bench->release(); });
+    QTest::mouseRelease(box, Qt::LeftButton, Qt::NoModifier, place);
+    QVERIFY(box->isChecked());
+    QCOMPARE(bench->count("board set reset on"), formerCount + 1);
+    QVERIFY(isSeen);
 }
 
 void TestWindowFurniture::anEmptyListOfRecentFilesSaysWhatBelongsThere()
