@@ -19,6 +19,7 @@
 #include <QLocale>
 #include <QSettings>
 
+#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -316,6 +317,15 @@ QString ActivityIndicator::getUnfinished() const
         .arg(running->command, getDuration(clock() - getStart(*running)));
 }
 
+int ActivityIndicator::countWaiting() const
+{
+    const Pending* const running = getRunning();
+    return static_cast<int>(
+        std::count_if(pendings.begin(), pendings.end(), [running](const Pending& pending) {
+            return &pending != running && pending.isPersons && pending.handler;
+        }));
+}
+
 bool ActivityIndicator::isLate(const Pending& pending, qint64 elapsed) const
 {
     const int seconds = pending.isTransfer ? getTransferPatience() : getPatience();
@@ -349,6 +359,13 @@ ActivityIndicator::State ActivityIndicator::getState() const
                "panel again")
                 .arg(running->command, time),
             tr("No answer for %1: wait, or end ksbase2_cli").arg(time)};
+    }
+    if (const int count = countWaiting()) {
+        const QString waiting = QLocale().toString(count);
+        return {
+            "time",
+            tr("Running \"%1\" (%2), waiting behind it: %3").arg(running->command, time, waiting),
+            tr("%1, waiting: %2", "a time and a number").arg(time, waiting)};
     }
     return {"time", tr("Running \"%1\" (%2)").arg(running->command, time), time};
 }

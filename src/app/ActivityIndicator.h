@@ -104,6 +104,9 @@ private:
     void finish(Board::CommandHandler* handler);
     void refresh();
     const Pending* getRunning() const;
+    /// How many of the person's commands are queued behind the one at hand: a press that waits is
+    /// told too, or else it is repeated.
+    int countWaiting() const;
     bool isLate(const Pending& pending, qint64 elapsed) const;
     qint64 getStart(const Pending& pending) const;
     void tellEnd(const Pending& pending, const ReplyVerdict& verdict);

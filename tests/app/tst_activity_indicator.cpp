@@ -100,6 +100,7 @@ private slots:
     void aListingThatFailsIsTold();
     void theDirectoryOfAFileIsLeftOut();
     void aQueueIsToldInItsOrder();
+    void whatAPersonPressesMeanwhileIsToldToWait();
     void theClockGoesOnAfterAnHour_data();
     void theClockGoesOnAfterAnHour();
     void aDurationIsNeverNothing_data();
@@ -520,6 +521,27 @@ void TestActivityIndicator::aQueueIsToldInItsOrder()
     });
     panel->getEngine()->setForceBit(true);
     QVERIFY(toldWhileQueued.startsWith("Running \"board set force_bit on\""));
+    QTRY_VERIFY2(indicator->getText().startsWith("\"board set force_bit off\" "),
+                 qPrintable(indicator->getText()));
+}
+
+void TestActivityIndicator::whatAPersonPressesMeanwhileIsToldToWait()
+{
+    bench->setScenario(bench->hold("board set force_bit on"));
+    panel->getEngine()->refreshTamsaMap();
+    QString text;
+    QString brief;
+    whenTold("Running \"board set force_bit on\"", [&] {
+        QTimer::singleShot(0, panel->getEngine(), [&] {
+            text = indicator->getText();
+            brief = indicator->getBrief();
+            bench->release();
+        });
+        panel->getEngine()->setForceBit(false);
+    });
+    panel->getEngine()->setForceBit(true);
+    QVERIFY2(text.endsWith(", waiting behind it: 1"), qPrintable(text));
+    QVERIFY2(brief.endsWith(", waiting: 1"), qPrintable(brief));
     QTRY_VERIFY2(indicator->getText().startsWith("\"board set force_bit off\" "),
                  qPrintable(indicator->getText()));
 }
