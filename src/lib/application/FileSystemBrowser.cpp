@@ -19,6 +19,7 @@
 #include <QLabel>
 #include <QLocale>
 #include <QMenu>
+#include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QShortcut>
 #include <QToolButton>
@@ -205,6 +206,12 @@ void FileSystemBrowser::buildTree()
 
     connect(tree, &QTreeView::doubleClicked, this, &FileSystemBrowser::activate);
     connect(tree, &QTreeView::clicked, this, &FileSystemBrowser::onClicked);
+    // What a person selects, by whatever means, counts more than what was chosen before.
+    connect(tree->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
+        if (!isArranging) {
+            chosenFile.clear();
+        }
+    });
 }
 
 /// What a click on a column does, for the keys and the context menu.
@@ -297,6 +304,11 @@ void FileSystemBrowser::arrive(const DirectoryListing& listing)
     pathField->setPath(directory);
     notice->hide();
     latest.reset();
+    if (chosenFile.isEmpty() && !listing.chosen.isEmpty()) {
+        // It may be among what is still to come.
+        chosenFile = QDir(directory).filePath(listing.chosen);
+    }
+    const QScopedValueRollback<bool> arriving(isArranging, true);
     tree->clearSelection();
     display(listing);
     if (getParent(cameFrom) == directory) {
@@ -361,6 +373,7 @@ void FileSystemBrowser::displayLatest()
 /// Selection and place stay what they were, as far as the entries are still there.
 void FileSystemBrowser::display(const DirectoryListing& listing)
 {
+    const QScopedValueRollback<bool> displaying(isArranging, true);
     const QString selected = QFileInfo(getSelectedPath()).fileName();
     const QString current =
         model->data(tree->currentIndex().siblingAtColumn(0), Qt::DisplayRole).toString();

@@ -95,7 +95,8 @@ private:
     QString directory;
     QDir::Filters filters;
     QStringList nameFilters;
-    QString chosenFile; // counts as selected until it is listed
+    QString chosenFile;       // counts as selected until it is listed
+    bool isArranging = false; // the selection changes, and not by the person
     PathField* pathField;
     QTreeView* tree;
     QLabel* remark;

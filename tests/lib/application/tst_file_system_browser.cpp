@@ -1,5 +1,7 @@
 #include <application/FileSystemBrowser.h>
 
+#include <application/DirectoryListing.h>
+
 #include <foundation/ForEachControler.h>
 #include <foundation/Theme.h>
 
@@ -34,6 +36,7 @@ namespace
 {
 
 using Names = QStringList;
+using Zandu::DirectoryListing;
 
 constexpr int patience = 20000; // in milliseconds; only ends a test that fails
 
@@ -121,6 +124,8 @@ private slots:
     void aTypedDirectoryIsEntered_data();
     void aTypedDirectoryIsEntered();
     void aTypedFileIsChosen();
+    void aTypedFileIsChosenWhenItIsListedLate();
+    void aSelectionByKeysReplacesWhatIsNotListedYet();
     void aTypedPathThatIsNotThereIsRefused();
     void escapeBringsThePathBack();
     void thePathFieldOffersWhatIsThere();
@@ -163,6 +168,10 @@ private:
     QAbstractButton* getButton(const QString& beginning) const;
     bool isSaid(const QString& sentence) const;
     void type(const QString& path);
+    /// A directory that `isMountStill` keeps from answering, with the files early and late.
+    void makeMount() const;
+    /// Opens the late file in it, and has only the early one been read so far.
+    void openHalfRead(void (Zandu::FileSystemBrowser::*open)(const QString& path));
 
     std::unique_ptr<Orvex::Theme> theme;
     std::unique_ptr<QTemporaryDir> directory;
@@ -214,6 +223,13 @@ void FileSystemBrowserTest::makeFile(const QString& name, int size) const
     QFile file(getFullPath(name));
     QVERIFY(file.open(QIODevice::WriteOnly));
     QCOMPARE(file.write(QByteArray(size, 'x')), qint64(size));
+}
+
+void FileSystemBrowserTest::makeMount() const
+{
+    QDir(directory->path()).mkdir(QLatin1String(mount));
+    makeFile(QStringLiteral("mounted/early.ksb"));
+    makeFile(QStringLiteral("mounted/late.ksb"));
 }
 
 Names FileSystemBrowserTest::getNames() const
@@ -445,6 +461,49 @@ void FileSystemBrowserTest::aTypedFileIsChosen()
     QTRY_COMPARE_WITH_TIMEOUT(browser->getPath(), getFullPath(QStringLiteral("designs")), patience);
     QTRY_COMPARE_WITH_TIMEOUT(
         getSelected(), QStringList(getFullPath(QStringLiteral("designs/inner.ksb"))), patience);
+}
+
+void FileSystemBrowserTest::openHalfRead(
+    void (Zandu::FileSystemBrowser::*open)(const QString& path))
+{
+    makeMount();
+    isMountStill = true;
+    (browser.get()->*open)(getFullPath(QStringLiteral("mounted/late.ksb")));
+    QObject* reading = nullptr;
+    for (QObject* const child : browser->children()) {
+        if (std::strcmp(child->metaObject()->className(), "Zandu::DirectoryWatch") == 0) {
+            reading = child;
+        }
+    }
+    DirectoryListing half;
+    half.directory = getFullPath(QLatin1String(mount));
+    half.chosen = QStringLiteral("late.ksb");
+    half.entries.push_back({QStringLiteral("early.ksb"), false, 10, QDateTime::currentDateTime()});
+    QVERIFY(QMetaObject::invokeMethod(reading, "listed", Q_ARG(Zandu::DirectoryListing, half)));
+    QCOMPARE(getNames(), Names(QStringLiteral("early.ksb")));
+}
+
+void FileSystemBrowserTest::aTypedFileIsChosenWhenItIsListedLate()
+{
+    const auto release = qScopeGuard([] { isMountStill = false; });
+    openHalfRead(&Zandu::FileSystemBrowser::open);
+    isMountStill = false;
+    QTRY_COMPARE_WITH_TIMEOUT(getNames().size(), 2, patience);
+    QCOMPARE(getSelected(), QStringList(getFullPath(QStringLiteral("mounted/late.ksb"))));
+    QCOMPARE(tree->selectionModel()->selectedRows().size(), 1);
+}
+
+void FileSystemBrowserTest::aSelectionByKeysReplacesWhatIsNotListedYet()
+{
+    const auto release = qScopeGuard([] { isMountStill = false; });
+    openHalfRead(&Zandu::FileSystemBrowser::setSelectedFile);
+    QTest::keyClick(tree, Qt::Key_Down);
+    QTest::keyClick(tree, Qt::Key_Space);
+    const QStringList early(getFullPath(QStringLiteral("mounted/early.ksb")));
+    QCOMPARE(getSelected(), early);
+    isMountStill = false;
+    QTRY_COMPARE_WITH_TIMEOUT(getNames().size(), 2, patience);
+    QCOMPARE(getSelected(), early);
 }
 
 void FileSystemBrowserTest::aTypedPathThatIsNotThereIsRefused()
