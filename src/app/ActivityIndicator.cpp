@@ -288,9 +288,10 @@ ActivityIndicator::State ActivityIndicator::getEnd(const QString& command,
                tr("Ended after %1, nobody knows how").arg(duration)};
         break;
     }
-    if (!verdict.reason.isEmpty()) {
-        end.text += QStringLiteral(" – ") +
-                    QStringList{verdict.reason, verdict.hint}.join(QLatin1Char(' ')).trimmed();
+    for (const QString& words : {verdict.reason, verdict.hint}) {
+        if (!words.isEmpty()) {
+            end.text += QStringLiteral(" – ") + words;
+        }
     }
     return end;
 }

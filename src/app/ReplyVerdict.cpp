@@ -76,14 +76,24 @@ QString getReason(const std::string& reply)
     return last;
 }
 
-QString getHint(const QString& reason)
+/// Whether the command takes the file that was chosen on the Bitstream page.
+bool takesBitstream(const std::string& command)
+{
+    const std::string words = Board::getSimplified(command);
+    return words.rfind("chip bitstream load ", 0) == 0 ||
+           words.rfind("board spi flash program ", 0) == 0;
+}
+
+QString getHint(const std::string& command, const QString& reason)
 {
     const std::pair<const char*, QString> hints[] = {
         {"permission denied",
          ReplyVerdict::tr(
              "Your user may not open it: check the rights of the file, or of the board's device.")},
         {"no such file",
-         ReplyVerdict::tr("The file has gone: choose it anew on the Bitstream page.")},
+         takesBitstream(command)
+             ? ReplyVerdict::tr("The file has gone: choose it anew on the Bitstream page.")
+             : ReplyVerdict::tr("There is nothing where the path leads: check it.")},
         {"no board",
          ReplyVerdict::tr("Connect a board, switch it on, and refresh the boards with F5.")},
         {"not connected",
@@ -109,7 +119,7 @@ ReplyVerdict ReplyVerdict::fromReply(const std::string& command, const std::stri
     verdict.outcome = getOutcome(command, reply);
     if (verdict.outcome == Outcome::Failed) {
         verdict.reason = getReason(reply);
-        verdict.hint = getHint(verdict.reason);
+        verdict.hint = getHint(command, verdict.reason);
     }
     return verdict;
 }

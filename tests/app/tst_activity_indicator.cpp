@@ -83,6 +83,8 @@ private slots:
     void theConsoleAndTheStatusAgree();
     void aFailureHasItsReasonAndAHint_data();
     void aFailureHasItsReasonAndAHint();
+    void aMissingFileIsChosenAnewWhereItWasChosen_data();
+    void aMissingFileIsChosenAnewWhereItWasChosen();
     void aLateAnswerIsTold();
     void aTransferIsKnownByItsTypeAndByItsText_data();
     void aTransferIsKnownByItsTypeAndByItsText();
@@ -286,7 +288,7 @@ void TestActivityIndicator::aFailureHasItsReasonAndAHint_data()
                             << "check the rights";
     QTest::newRow("missing file") << "Error: No such file or directory\nCOMMAND FAILED\n"
                                   << "Error: No such file or directory"
-                                  << "choose it anew";
+                                  << "where the path leads";
     QTest::newRow("no board") << "ERROR: no board selected\nCOMMAND FAILED\n"
                               << "ERROR: no board selected"
                               << "Connect a board";
@@ -313,6 +315,27 @@ void TestActivityIndicator::aFailureHasItsReasonAndAHint()
     QCOMPARE(verdict.reason, reason);
     QVERIFY2(verdict.hint.contains(hint), qPrintable(verdict.hint));
     QCOMPARE(verdict.hint.isEmpty(), hint.isEmpty());
+}
+
+void TestActivityIndicator::aMissingFileIsChosenAnewWhereItWasChosen_data()
+{
+    QTest::addColumn<QString>("command");
+    QTest::addColumn<bool>("isChosen");
+    QTest::newRow("load") << "chip bitstream load /x.ksb" << true;
+    QTest::newRow("flash") << " board  spi flash program /x.ksb" << true;
+    QTest::newRow("capture") << "ksscope capture /none/x.vcd 1E6" << false;
+    QTest::newRow("export") << "chip bitstream err_handler select Text outfilepath=/none/x"
+                            << false;
+}
+
+void TestActivityIndicator::aMissingFileIsChosenAnewWhereItWasChosen()
+{
+    QFETCH(QString, command);
+    QFETCH(bool, isChosen);
+    const ReplyVerdict verdict = ReplyVerdict::fromReply(
+        command.toStdString(), "Error: No such file or directory\nCOMMAND FAILED\n");
+    QCOMPARE(verdict.hint.contains("Bitstream page"), isChosen);
+    QVERIFY(!verdict.hint.isEmpty());
 }
 
 void TestActivityIndicator::aLateAnswerIsTold()
@@ -653,6 +676,9 @@ void TestActivityIndicator::aHintStandsOnTheConsoleBelowTheVerdict()
     QVERIFY2(recorder.getLines().last().startsWith("W: Error: Permission denied – ") &&
                  recorder.getLines().last().contains("check the rights"),
              qPrintable(recorder.getLines().last()));
+    // Reason and hint are two sentences in the status bar too.
+    QVERIFY2(indicator->getText().contains(" – Error: Permission denied – "),
+             qPrintable(indicator->getText()));
 }
 
 void TestActivityIndicator::aFailedListingIsToldUntilOneSucceeds()
