@@ -7,6 +7,7 @@
 #include "app/Menus.h"
 #include "app/OneLineValidator.h"
 #include "app/PageScroller.h"
+#include "app/PathTips.h"
 #include "app/RestingCursor.h"
 #include "app/SimulatedTool.h"
 #include "app/TranscriptWatch.h"
@@ -110,6 +111,7 @@ void WindowFurniture::addRemarks()
                                         "Kestoboard::WindowFurniture",
                                         "The bitstreams that were loaded last will be here. Choose "
                                         "one under Browse, or drop it on the window."));
+        new PathTips(recent);
     }
 }
 

@@ -23,6 +23,7 @@
 #include <Board/KSBaseHandler.h>
 #include <application/ConsoleWidget.h>
 #include <application/FileSystemBrowser.h>
+#include <foundation/PlainText.h>
 
 #include <QAccessible>
 #include <QCheckBox>
@@ -32,6 +33,7 @@
 #include <QDropEvent>
 #include <QFileDialog>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
@@ -43,6 +45,7 @@
 #include <QSplitter>
 #include <QStyleHints>
 #include <QToolButton>
+#include <QToolTip>
 #include <QTreeWidget>
 #include <QWheelEvent>
 
@@ -128,6 +131,7 @@ private slots:
     void theKeysOfTheMapDoWhatItSays();
     void theReportCanBeCopied();
     void aTickIsSeenBeforeTheBoardHasTakenIt();
+    void aRecentFileTellsItsWholePath();
     void anEmptyListOfRecentFilesSaysWhatBelongsThere();
     void everyControlHasAName();
 
@@ -950,6 +954,27 @@ void TestWindowFurniture::aTickIsSeenBeforeTheBoardHasTakenIt()
     QVERIFY(box->isChecked());
     QCOMPARE(bench->count("board set reset on"), formerCount + 1);
     QVERIFY(isSeen);
+}
+
+void TestWindowFurniture::aRecentFileTellsItsWholePath()
+{
+    QVERIFY(QDir().mkdir("former"));
+    const QStringList paths{bench->writeFile("a<b>.ksb", "x"),
+                            bench->writeFile("former/a<b>.ksb", "x")};
+    QSettings().setValue("recentLoadList", paths);
+    auto* const list = panel->find<Board::BrowseFolio::RecentWidget>();
+    list->refresh();
+    QCOMPARE(list->count(), 2);
+    for (int row = 0; row < 2; ++row) {
+        const QPoint place = list->visualItemRect(list->item(row)).center();
+        QHelpEvent help(QEvent::ToolTip, place, list->viewport()->mapToGlobal(place));
+        QApplication::sendEvent(list->viewport(), &help);
+        QTRY_COMPARE(QToolTip::text(), Orvex::getLiteral(paths.at(row)));
+    }
+    const QPoint nowhere = list->viewport()->rect().bottomRight();
+    QHelpEvent help(QEvent::ToolTip, nowhere, list->viewport()->mapToGlobal(nowhere));
+    QApplication::sendEvent(list->viewport(), &help);
+    QTRY_VERIFY(!QToolTip::isVisible());
 }
 
 void TestWindowFurniture::anEmptyListOfRecentFilesSaysWhatBelongsThere()
