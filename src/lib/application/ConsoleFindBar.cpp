@@ -2,6 +2,7 @@
 
 #include <application/ConsoleView.h>
 #include <application/IconButton.h>
+#include <application/PlaceholderColor.h>
 
 #include <QElapsedTimer>
 #include <QHBoxLayout>
@@ -32,6 +33,7 @@ ConsoleFindBar::ConsoleFindBar(ConsoleView* searchedView, QWidget* parent)
     , countLabel(new QLabel(this))
 {
     field->setPlaceholderText(tr("Find in the console"));
+    new PlaceholderColor(field);
     field->setAccessibleName(tr("Text to find"));
     field->setClearButtonEnabled(true);
     caseButton->setText(QStringLiteral("Aa"));

@@ -1,6 +1,7 @@
 #include <application/FileSystemBrowser.h>
 
 #include <application/DirectoryModel.h>
+#include <application/DirectoryView.h>
 #include <application/DirectoryWatch.h>
 #include <application/IconButton.h>
 #include <application/NoticeBar.h>
@@ -23,7 +24,6 @@
 #include <QScrollBar>
 #include <QShortcut>
 #include <QToolButton>
-#include <QTreeView>
 #include <QVBoxLayout>
 
 #include <chrono>
@@ -72,7 +72,7 @@ FileSystemBrowser::FileSystemBrowser(const QString& path, QDir::Filters entryFil
     , filters(entryFilters)
     , nameFilters(entryNameFilters)
     , pathField(new PathField(entryFilters, entryNameFilters, this))
-    , tree(new QTreeView(this))
+    , tree(new DirectoryView(this))
     , remark(new QLabel(tree->viewport()))
     , notice(new NoticeBar(this))
     , model(new DirectoryModel(this))
@@ -177,7 +177,6 @@ void FileSystemBrowser::buildTree()
     tree->setAccessibleName(tr("Directories and files"));
     tree->setRootIsDecorated(false);
     tree->setItemsExpandable(false);
-    tree->setAllColumnsShowFocus(true);
     tree->setEditTriggers(QAbstractItemView::NoEditTriggers);
     tree->setSelectionBehavior(QAbstractItemView::SelectRows);
     tree->setSelectionMode(QAbstractItemView::SingleSelection);

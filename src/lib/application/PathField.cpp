@@ -1,6 +1,7 @@
 #include <application/PathField.h>
 
 #include <application/DirectoryWatch.h>
+#include <application/PlaceholderColor.h>
 
 #include <QCompleter>
 #include <QKeyEvent>
@@ -35,6 +36,7 @@ PathField::PathField(QDir::Filters entryFilters, const QStringList& entryNameFil
 {
     setAccessibleName(tr("Directory or file"));
     setPlaceholderText(tr("Directory or file"));
+    new PlaceholderColor(this);
     auto* pathCompleter = new QCompleter(offers, this);
     pathCompleter->setModelSorting(QCompleter::UnsortedModel);
     setCompleter(pathCompleter);

@@ -110,6 +110,8 @@ private slots:
     void suffixesMatchInUpperCaseToo();
     void listsAllFilesWithoutNameFilters();
     void nothingIsSelectedAtFirst();
+    void theRowOfTheKeysLooksOtherThanASelectedOne();
+    void anEmptyPathFieldDoesNotLookFilledIn();
     void aClickTellsTheIndexOfTheName();
     void aClickSelectsTheFullPath();
     void aPathWithAccentsIsGivenInUtf8();
@@ -336,6 +338,40 @@ void FileSystemBrowserTest::nothingIsSelectedAtFirst()
 {
     QVERIFY(browser->getSelectedItems().isEmpty());
     QCOMPARE(getSelected(), QStringList());
+}
+
+void FileSystemBrowserTest::theRowOfTheKeysLooksOtherThanASelectedOne()
+{
+    browser->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(browser.get()));
+    tree->clearFocus();
+    QTest::keyClick(browser->findChild<QLineEdit*>(), Qt::Key_Tab);
+    tree->setFocus(Qt::TabFocusReason);
+    QCOMPARE(tree->currentIndex().row(), 0);
+    QVERIFY(getSelected().isEmpty());
+    const QRect row = tree->visualRect(find(QStringLiteral("designs"), 1));
+    const QImage seen = tree->viewport()->grab().toImage();
+    QCOMPARE(seen.pixelColor(row.center()), theme->getColor("base"));
+    QCOMPARE(seen.pixelColor(row.center().x(), row.top()), theme->getColor("accent"));
+    QTest::keyClick(tree, Qt::Key_Space);
+    QCOMPARE(tree->viewport()->grab().toImage().pixelColor(row.center()),
+             theme->getColor("button_checked"));
+}
+
+void FileSystemBrowserTest::anEmptyPathFieldDoesNotLookFilledIn()
+{
+    const auto* field = browser->findChild<QLineEdit*>();
+    const auto getShade = [field] { return field->palette().color(QPalette::PlaceholderText); };
+    const auto restore = qScopeGuard([this] {
+        theme->setScheme(Orvex::Theme::Scheme::Light);
+        theme->apply();
+    });
+    for (const auto scheme : {Orvex::Theme::Scheme::Dark, Orvex::Theme::Scheme::Light}) {
+        theme->setScheme(scheme);
+        theme->apply();
+        QCOMPARE(getShade(), theme->getColor("text_light"));
+        QCOMPARE(field->palette().color(QPalette::Text), theme->getColor("text"));
+    }
 }
 
 void FileSystemBrowserTest::aClickTellsTheIndexOfTheName()
