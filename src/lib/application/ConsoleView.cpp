@@ -6,6 +6,7 @@
 
 #include <foundation/Theme.h>
 
+#include <QAbstractTextDocumentLayout>
 #include <QLocale>
 #include <QMimeData>
 #include <QScopedValueRollback>
@@ -42,6 +43,9 @@ constexpr qreal leastFontSize = 5;
 constexpr qreal mostFontSize = 48;
 constexpr int wheelStep = 120;
 constexpr int jumpMargin = 8;
+/// So often in a row the place of the end is looked at again: each time finds it lower, or is the
+/// last.
+constexpr int mostSettlings = 20;
 
 class BlockData : public QTextBlockUserData
 {
@@ -132,6 +136,9 @@ ConsoleView::ConsoleView(QWidget* parent)
     turnTimer.setSingleShot(true);
     turnTimer.setInterval(0);
     connect(&turnTimer, &QTimer::timeout, this, &ConsoleView::endTurn);
+    settleTimer.setSingleShot(true);
+    settleTimer.setInterval(0);
+    connect(&settleTimer, &QTimer::timeout, this, &ConsoleView::settleAtEnd);
     connect(verticalScrollBar(), &QScrollBar::valueChanged, this, &ConsoleView::followScrolling);
     connect(verticalScrollBar(), &QScrollBar::rangeChanged, this, &ConsoleView::followGrowth);
     // To bring the cursor into sight scrolls without a word from the scroll bar.
@@ -586,6 +593,21 @@ void ConsoleView::followScrolling()
     paintSeen();
 }
 
+/// While the toolkit tells of a new end it does not count the lines that are laid out on the way
+/// there. Told that the text has grown, it looks again.
+void ConsoleView::settleAtEnd()
+{
+    ++settlings;
+    QAbstractTextDocumentLayout* layout = document()->documentLayout();
+    emit layout->documentSizeChanged(layout->documentSize());
+    if (following && verticalScrollBar()->value() < verticalScrollBar()->maximum()) {
+        followGrowth();
+    }
+    if (!settleTimer.isActive()) {
+        settlings = 0;
+    }
+}
+
 void ConsoleView::followGrowth()
 {
     if (growing || !isVisible()) {
@@ -596,6 +618,9 @@ void ConsoleView::followGrowth()
         const QScopedValueRollback<bool> jumping(growing, true);
         end = verticalScrollBar()->maximum();
         verticalScrollBar()->setValue(end);
+    }
+    if (settlings < mostSettlings) {
+        settleTimer.start();
     }
     followScrolling();
 }

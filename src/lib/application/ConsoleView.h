@@ -120,9 +120,12 @@ private:
     void placeExtras();
     void followScrolling();
     void followGrowth();
+    void settleAtEnd();
 
     ConsoleGutter* gutter = nullptr;
     QToolButton* jumpButton = nullptr;
+    QTimer settleTimer; // until the place of the end is looked at again
+    int settlings = 0;  // in a row
     QTimer turnTimer;
     QElapsedTimer sayingTime; // since the first line of the turn; invalid later
     std::deque<Orvex::Message> waiting;

@@ -42,6 +42,9 @@ namespace
 
 using Lines = QStringList;
 
+/// In milliseconds; only ends a test that fails.
+constexpr int longestWait = 30000;
+
 std::string getNumbered(int number)
 {
     return "line " + std::to_string(number);
@@ -100,6 +103,7 @@ private slots:
     void aHugeLineIsShownInPiecesAndCopiedWhole();
     void aPieceNeverEndsWithinACharacter();
     void theFilterHidesWithoutForgetting();
+    void theEndIsSeenWholeWhenTheFilterGoes();
     void aCopyLeavesOutWhatTheFilterHides();
     void findsAndCounts();
     void goesToTheMatchWhileOneTypes();
@@ -141,6 +145,8 @@ private:
     QLabel* getLabel(const QString& beginning) const;
     QScrollBar* getScrollBar() const { return view->verticalScrollBar(); }
     QTextBlock getFirstSeen() const { return view->cursorForPosition(QPoint(0, 0)).block(); }
+    /// Whether the last line is seen from top to bottom.
+    bool isEndSeen() const;
     QColor getColor(const QString& line) const;
     QImage getGutter() const;
     int getTextColumn() const;
@@ -181,6 +187,13 @@ void ConsoleWidgetTest::makeWidget()
     widget->resize(600, 300);
     widget->show();
     QVERIFY(QTest::qWaitForWindowExposed(widget.get()));
+}
+
+bool ConsoleWidgetTest::isEndSeen() const
+{
+    QTextCursor end(view->document());
+    end.movePosition(QTextCursor::End);
+    return view->viewport()->rect().contains(view->cursorRect(end));
 }
 
 Lines ConsoleWidgetTest::getLines() const
@@ -721,6 +734,38 @@ void ConsoleWidgetTest::theFilterHidesWithoutForgetting()
     QCOMPARE(widget->getText(), all);
     getAction(QStringLiteral("All messages"))->trigger();
     QCOMPARE(getShownLines().join(QLatin1Char('\n')), all);
+}
+
+/// In views of many heights: where a line is broken near their upper edge, the end is easily
+/// missed.
+void ConsoleWidgetTest::theEndIsSeenWholeWhenTheFilterGoes()
+{
+    for (int height = 150; height < 230; height += 4) {
+        cleanup();
+        init();
+        widget->resize(800, height);
+        widget->setFontSize(8);
+        const int columns =
+            view->viewport()->width() / view->fontMetrics().horizontalAdvance(QLatin1Char('w'));
+        for (int group = 0; group < 2; ++group) {
+            for (int line = 0; line < 16; ++line) {
+                // Some fit into the width as it is, and not beside the times.
+                const int words = line % 3 == 1 ? columns - 10 : columns / 2 + 4 * line;
+                console->print(std::string(static_cast<std::size_t>(words), 'w') + " ends", "");
+            }
+            for (int line = 0; line < 4; ++line) {
+                console->warning("warning", "");
+            }
+        }
+        showAll();
+        getAction(QStringLiteral("Warnings and errors"))->trigger();
+        QCoreApplication::processEvents();
+        widget->setTimesShown(true);
+        QCoreApplication::processEvents();
+        getAction(QStringLiteral("All messages"))->trigger();
+        QTRY_VERIFY_WITH_TIMEOUT(isEndSeen(), longestWait);
+        QCOMPARE(getScrollBar()->value(), getScrollBar()->maximum());
+    }
 }
 
 void ConsoleWidgetTest::aCopyLeavesOutWhatTheFilterHides()
