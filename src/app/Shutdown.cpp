@@ -27,6 +27,8 @@ namespace
 {
 
 const int boxIconSize = 48;
+/// In milliseconds: so long may the question whether to leave be out of date.
+const int watchInterval = 250;
 
 Board::KSBaseHandler* getEngine()
 {
@@ -176,6 +178,15 @@ void Shutdown::ask(Board::MainWindow* window)
     question->setAttribute(Qt::WA_DeleteOnClose);
     connect(question->findChild<QPushButton*>(QStringLiteral("leaveButton")), &QPushButton::clicked,
             this, &Shutdown::request);
+    auto* const watch = new QTimer(question);
+    connect(watch, &QTimer::timeout, question, [box = question.data(), watch] {
+        if (!isTransferring()) {
+            watch->stop();
+            box->setText(tr("The bitstream is not on its way any more."));
+            box->setInformativeText(tr("How it ended stands in the status bar. Leave now?"));
+        }
+    });
+    watch->start(watchInterval);
     // Not exec(): the question must not become one more wait on top of the others, unless the
     // session waits for the answer.
     question->open();

@@ -37,8 +37,10 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QMimeData>
 #include <QPlainTextEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QScreen>
 #include <QSettings>
@@ -131,6 +133,7 @@ private slots:
     void theKeysOfTheMapDoWhatItSays();
     void theReportCanBeCopied();
     void aTickIsSeenBeforeTheBoardHasTakenIt();
+    void theQuestionToLeaveSaysWhenTheTransferIsOver();
     void aRecentFileTellsItsWholePath();
     void anEmptyListOfRecentFilesSaysWhatBelongsThere();
     void everyControlHasAName();
@@ -954,6 +957,27 @@ void TestWindowFurniture::aTickIsSeenBeforeTheBoardHasTakenIt()
     QVERIFY(box->isChecked());
     QCOMPARE(bench->count("board set reset on"), formerCount + 1);
     QVERIFY(isSeen);
+}
+
+void TestWindowFurniture::theQuestionToLeaveSaysWhenTheTransferIsOver()
+{
+    bench->setScenario(Bench::board("KS-Dev A", "selected = true") +
+                       bench->hold("chip bitstream load"));
+    panel->getEngine()->refreshTamsaMap();
+    QPointer<QMessageBox> question;
+    Test::when(
+        panel->getWindow(), [this] { return bench->count("chip bitstream load x.ksb") == 1; },
+        [this, &question] {
+            findAction("Quit")->trigger();
+            question = panel->getWindow()->findChild<QMessageBox*>("leaveQuestion");
+            bench->release();
+        });
+    panel->getEngine()->sendBitstream("x.ksb");
+    QVERIFY(question != nullptr && question->isVisible());
+    QTRY_COMPARE(question->text(), QString("The bitstream is not on its way any more."));
+    question->findChild<QPushButton*>("stayButton")->click();
+    QTRY_VERIFY(question == nullptr);
+    QVERIFY(panel->getWindow()->isVisible());
 }
 
 void TestWindowFurniture::aRecentFileTellsItsWholePath()
