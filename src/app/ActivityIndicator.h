@@ -43,6 +43,13 @@ public:
     ActivityIndicator(Board::KSBaseHandler* observedEngine, QWidget* parent,
                       Clock steadyClock = getSteadyClock());
 
+    /// Whether the command has been answered. Whoever waits for it may not know yet: their wait
+    /// may lie below another one.
+    bool isAnswered(Board::CommandHandler* handler) const
+    {
+        return observed.contains(handler) && !pendings.contains(handler);
+    }
+
     /// The state in words.
     QString getText() const { return shown.text; }
     /// The state in a word or two, beside the text of the command; empty when the command that has

@@ -1,5 +1,6 @@
 #include "app/Shutdown.h"
 
+#include "app/ActivityIndicator.h"
 #include "app/LongCommand.h"
 #include "app/PanelWindow.h"
 
@@ -43,6 +44,12 @@ bool isAnybodyWaiting()
     return engine != nullptr && !engine->getCommandHandlers().isEmpty();
 }
 
+bool isAnswered(Board::CommandHandler* handler)
+{
+    const auto* const indicator = getPanelWindow()->findChild<ActivityIndicator*>();
+    return indicator != nullptr && indicator->isAnswered(handler);
+}
+
 bool isTransferring()
 {
     const Board::KSBaseHandler* const engine = getEngine();
@@ -54,7 +61,7 @@ bool isTransferring()
     for (Orvex::ForEachControler<Board::CommandHandler*> loop(handler,
                                                               engine->getCommandHandlers());
          loop.next();) {
-        if (isBoardWrite(handler)) {
+        if (isBoardWrite(handler) && !isAnswered(handler)) {
             return true;
         }
     }
@@ -72,6 +79,32 @@ void silence(Board::MainWindow* window)
     for (QTimer* const timer : qAsConst(timers)) {
         timer->stop();
     }
+}
+
+QString getDanger()
+{
+    return Shutdown::tr("A bitstream is on its way to the board.");
+}
+
+QString getRisk()
+{
+    return Shutdown::tr(
+        "If you leave now, nobody will see whether it arrived. Leave all the same?");
+}
+
+/// Brings the question up to date, which may stand while one transfer ends and, from a command
+/// file, the next one begins.
+void describe(QMessageBox* box)
+{
+    const bool isOnItsWay = isTransferring();
+    const QString text =
+        isOnItsWay ? getDanger() : Shutdown::tr("The bitstream is not on its way any more.");
+    if (box->text() == text) {
+        return;
+    }
+    box->setText(text);
+    box->setInformativeText(
+        isOnItsWay ? getRisk() : Shutdown::tr("How it ended stands in the status bar. Leave now?"));
 }
 
 } // namespace
@@ -179,13 +212,7 @@ void Shutdown::ask(Board::MainWindow* window)
     connect(question->findChild<QPushButton*>(QStringLiteral("leaveButton")), &QPushButton::clicked,
             this, &Shutdown::request);
     auto* const watch = new QTimer(question);
-    connect(watch, &QTimer::timeout, question, [box = question.data(), watch] {
-        if (!isTransferring()) {
-            watch->stop();
-            box->setText(tr("The bitstream is not on its way any more."));
-            box->setInformativeText(tr("How it ended stands in the status bar. Leave now?"));
-        }
-    });
+    connect(watch, &QTimer::timeout, question, [box = question.data()] { describe(box); });
     watch->start(watchInterval);
     // Not exec(): the question must not become one more wait on top of the others, unless the
     // session waits for the answer.
@@ -198,9 +225,8 @@ QMessageBox* Shutdown::makeQuestion(QWidget* parent)
     box->setObjectName(QStringLiteral("leaveQuestion"));
     box->setIconPixmap(Orvex::theme->getIcon("warning").pixmap(boxIconSize, boxIconSize));
     box->setWindowTitle(tr("Leave Kestoboard"));
-    box->setText(tr("A bitstream is on its way to the board."));
-    box->setInformativeText(
-        tr("If you leave now, nobody will see whether it arrived. Leave all the same?"));
+    box->setText(getDanger());
+    box->setInformativeText(getRisk());
     QPushButton* const leave = box->addButton(tr("Leave"), QMessageBox::DestructiveRole);
     QPushButton* const stay = box->addButton(tr("Stay"), QMessageBox::RejectRole);
     leave->setObjectName(QStringLiteral("leaveButton"));

@@ -257,12 +257,10 @@ void playSessionEndDuringTransfer(Actor* actor, const Actor::Action& answer)
 {
     playLoad(actor);
     actor->when(isRunning("chip bitstream load"), [] { doLater(tellSessionEndWithQuestion); })
-        .when(isShown(QStringLiteral("leaveQuestion")),
-              [answer] {
-                  say("asked");
-                  answer();
-              })
-        .when(isIdle, closeWindow);
+        .when(isShown(QStringLiteral("leaveQuestion")), [answer] {
+            say("asked");
+            answer();
+        });
 }
 
 /// The session ends without a question.
@@ -298,6 +296,18 @@ void playStay(Actor* actor)
                   release();
               })
         .when(isIdle, closeWindow);
+}
+
+/// The session lets the panel ask, and the transfer ends before the answer.
+void playSessionEndLeaveWhenOver(Actor* actor)
+{
+    playSessionEndDuringTransfer(actor, release);
+    actor->when(
+        [] {
+            const auto* const question = find<QMessageBox>(QStringLiteral("leaveQuestion"));
+            return question != nullptr && question->text().contains(QStringLiteral("any more"));
+        },
+        click(QStringLiteral("leaveButton")));
 }
 
 void playLeaveDuringCommand(Actor* actor)
@@ -370,7 +380,9 @@ void play(Actor* actor, const QString& part)
                  click(QStringLiteral("stayButton"))();
                  release();
              });
+             a->when(isIdle, closeWindow);
          }},
+        {QStringLiteral("session-end-leave-when-over"), playSessionEndLeaveWhenOver},
         {QStringLiteral("session-end-unasked"), playSessionEndUnasked},
         {QStringLiteral("throw-failure"),
          [](Actor* a) {

@@ -30,6 +30,7 @@ private slots:
     void theEndOfTheSessionEndsThePanelWhenItIsTold();
     void theEndOfTheSessionAsksDuringATransfer();
     void stayingKeepsTheSession();
+    void leavingWhenTheTransferIsOverLetsTheSessionEnd();
     void aSessionThatMayNotAskEndsDuringATransfer();
     void aBitstreamOnTheCommandLineIsChosenAndNotLoaded();
     void settingsThatCannotBeUnderstoodArePutAside_data();
@@ -178,6 +179,18 @@ void TestLeaving::stayingKeepsTheSession()
     const QString output = program->getOutput();
     QVERIFY2(output.contains("asked\ncancelled\nanswered\n"), qPrintable(output));
     QVERIFY2(output.contains("Bitstream successfully sent"), qPrintable(output));
+}
+
+void TestLeaving::leavingWhenTheTransferIsOverLetsTheSessionEnd()
+{
+    bench->setScenario(Bench::board("KS-Dev A", "selected = true") +
+                       bench->hold("chip bitstream load"));
+    program->setVariable("KESTOBOARD_TEST_RELEASE", bench->getPath("../released"));
+    play("session-end-leave-when-over");
+    const QString output = program->getOutput();
+    // The session need not wait for an answer: the panel has gone.
+    QVERIFY2(!output.contains("cancelled") && !output.contains("answered"), qPrintable(output));
+    QVERIFY(!QFile::exists(".kestoboard.lock"));
 }
 
 void TestLeaving::aSessionThatMayNotAskEndsDuringATransfer()

@@ -975,6 +975,20 @@ void TestWindowFurniture::theQuestionToLeaveSaysWhenTheTransferIsOver()
     panel->getEngine()->sendBitstream("x.ksb");
     QVERIFY(question != nullptr && question->isVisible());
     QTRY_COMPARE(question->text(), QString("The bitstream is not on its way any more."));
+    // As the next line of a command file.
+    bool isAskedAnew = false;
+    bench->holdAgain();
+    Test::when(
+        panel->getWindow(),
+        [&question] { return question->text() == "A bitstream is on its way to the board."; },
+        [this, &isAskedAnew] {
+            isAskedAnew = true;
+            bench->release();
+        });
+    QTimer::singleShot(longestWait, question, [this] { bench->release(); });
+    panel->getEngine()->sendBitstream("y.ksb");
+    QVERIFY(isAskedAnew);
+    QTRY_COMPARE(question->text(), QString("The bitstream is not on its way any more."));
     question->findChild<QPushButton*>("stayButton")->click();
     QTRY_VERIFY(question == nullptr);
     QVERIFY(panel->getWindow()->isVisible());
