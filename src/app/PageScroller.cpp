@@ -16,13 +16,15 @@ namespace Kestoboard
 namespace
 {
 
-/// The last control below the widget in the order of the tabulator.
+/// The last control below the widget in the order of the tabulator. Others may stand between them.
 QWidget* getLastControl(QWidget* widget)
 {
     QWidget* last = widget;
-    for (QWidget* next = widget->nextInFocusChain(); widget->isAncestorOf(next);
+    for (QWidget* next = widget->nextInFocusChain(); next != widget;
          next = next->nextInFocusChain()) {
-        last = next;
+        if (widget->isAncestorOf(next) && (next->focusPolicy() & Qt::TabFocus) != 0) {
+            last = next;
+        }
     }
     return last;
 }
@@ -99,8 +101,7 @@ PageScroller::PageScroller(QStackedWidget* pages)
         levelBar->setValue(0);
         fit();
     });
-    connect(qApp, &QApplication::focusChanged, this,
-            [this](QWidget* /*former*/, const QWidget* control) { bringIntoSight(control); });
+    connect(qApp, &QApplication::focusChanged, this, &PageScroller::bringIntoSight);
 }
 
 /// Beside the stack: below it, those who ask for what is on the screen find its pages alone.
@@ -202,9 +203,16 @@ void PageScroller::place()
     levelBar->raise();
 }
 
-void PageScroller::bringIntoSight(const QWidget* control)
+void PageScroller::bringIntoSight(const QWidget* former, const QWidget* control)
 {
     if (control == nullptr || !stack->isAncestorOf(control)) {
+        return;
+    }
+    // What is pressed with the mouse stays under it until it is let go, and who comes back to the
+    // window finds the page as they have left it.
+    const bool isPressed = QApplication::mouseButtons() != Qt::NoButton;
+    const bool isBack = former == nullptr || former->window() != control->window();
+    if (isPressed || isBack) {
         return;
     }
     const QWidget* const page = stack->currentWidget();

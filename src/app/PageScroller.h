@@ -32,7 +32,8 @@ private:
     /// Shows the bars that the page of the moment needs.
     void fit();
     void place();
-    void bringIntoSight(const QWidget* control);
+    /// Follows the focus.
+    void bringIntoSight(const QWidget* former, const QWidget* control);
     void reveal(QScrollBar* bar, int begin, int end);
     bool scrollByWheel(QEvent* event);
 

@@ -139,6 +139,10 @@ private slots:
     void aTableThatShrinksNeedsNoBar();
     void theWheelAndTheKeysScroll();
     void theFocusBringsAControlIntoSight();
+    void whatIsPressedStaysUnderTheMouse();
+    void thePageStaysWhileAnotherWindowIsUsed();
+    void theLineCanBeDrawnUpOverThePage();
+    void theTabulatorLeadsFromThePageToItsBar();
     void anotherPageBeginsAtItsTop();
 
 private:
@@ -346,11 +350,91 @@ void TestPageScroller::theFocusBringsAControlIntoSight()
     QVERIFY(QTest::qWaitForWindowActive(&window));
     const QVector<QLineEdit*> fields = window.getFields(0);
     QTRY_VERIFY(!isWholeInSight(*fields.last()));
+    window.outside->setFocus();
     fields.last()->setFocus();
     QTRY_VERIFY(isWholeInSight(*fields.last()));
     fields.first()->setFocus();
     QTRY_VERIFY(isWholeInSight(*fields.first()));
     QVERIFY(!isWholeInSight(*fields.last()));
+}
+
+void TestPageScroller::whatIsPressedStaysUnderTheMouse()
+{
+    TallPages window;
+    QApplication::setActiveWindow(&window);
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    window.outside->setFocus();
+    auto* const bar = window.findChild<QScrollBar*>("pageScrollBar");
+    QTRY_VERIFY(bar->maximum() > 0);
+    QLineEdit* cut = nullptr;
+    for (QLineEdit* const field : window.getFields(0)) {
+        if (!field->visibleRegion().isEmpty() && !isWholeInSight(*field)) {
+            cut = field;
+        }
+    }
+    QVERIFY(cut != nullptr);
+    // Through the window, as the desktop says it.
+    const QPoint place = cut->mapTo(&window, QPoint(20, 1));
+    QTest::mousePress(window.windowHandle(), Qt::LeftButton, Qt::NoModifier, place);
+    QTRY_VERIFY(cut->hasFocus());
+    QCOMPARE(bar->value(), 0);
+    QTest::mouseRelease(window.windowHandle(), Qt::LeftButton, Qt::NoModifier, place);
+    QCOMPARE(cut->mapTo(&window, QPoint(20, 1)), place);
+}
+
+void TestPageScroller::thePageStaysWhileAnotherWindowIsUsed()
+{
+    TallPages window;
+    QApplication::setActiveWindow(&window);
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    window.outside->setFocus();
+    window.getFields(0).first()->setFocus();
+    auto* const bar = window.findChild<QScrollBar*>("pageScrollBar");
+    QTRY_VERIFY(bar->maximum() > 0);
+    bar->setValue(bar->maximum());
+    QWidget other;
+    other.show();
+    QApplication::setActiveWindow(&other);
+    QVERIFY(!window.getFields(0).first()->hasFocus());
+    QApplication::setActiveWindow(&window);
+    QVERIFY(window.getFields(0).first()->hasFocus());
+    QCOMPARE(bar->value(), bar->maximum());
+}
+
+void TestPageScroller::theLineCanBeDrawnUpOverThePage()
+{
+    makeWindow(getBoard("KS-Dev A", 40), usual);
+    raiseMonitoring();
+    QTRY_VERIFY(!getBar(Qt::Vertical)->isHidden());
+    auto* const splitter = panel->find<QSplitter>();
+    const int height = splitter->widget(0)->height();
+    splitter->setSizes({height / 2, splitter->height() - height / 2});
+    QTRY_VERIFY(splitter->widget(0)->height() < height);
+    QScrollBar* const bar = getBar(Qt::Vertical);
+    bar->setValue(bar->maximum());
+    QVERIFY(isWholeInSight(*getLabel("Rail 39")));
+}
+
+void TestPageScroller::theTabulatorLeadsFromThePageToItsBar()
+{
+    TallPages window;
+    QApplication::setActiveWindow(&window);
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    auto* const bar = window.findChild<QScrollBar*>("pageScrollBar");
+    QTRY_VERIFY(bar->isVisible());
+    window.getFields(0).last()->setFocus();
+    QTest::keyClick(window.getFields(0).last(), Qt::Key_Tab);
+    QVERIFY(bar->hasFocus());
+    makeWindow(getBoard("KS-Dev A", 40), smallest);
+    raiseMonitoring();
+    QApplication::setActiveWindow(panel->getWindow());
+    QTRY_VERIFY(!getBar(Qt::Vertical)->isHidden());
+    const QWidget* next = panel->getWindow()->findChild<QWidget*>("intervalSpinBox");
+    const auto* const selector = panel->getWindow()->findChild<QWidget*>("cardComboBox");
+    while (next != getBar(Qt::Vertical)) {
+        QVERIFY(next != selector);
+        next = next->nextInFocusChain();
+    }
 }
 
 void TestPageScroller::anotherPageBeginsAtItsTop()
