@@ -235,7 +235,14 @@ void CommandLine::readBitstream(const QStringList& paths)
     }
     options.bitstream = getAbsolutePath(paths.first());
     const QString complaint = getBitstreamComplaint(options.bitstream);
-    if (!complaint.isEmpty()) {
+    if (complaint.isEmpty()) {
+        return;
+    }
+    if (QFileInfo(options.bitstream).isFile() && options.tour.isEmpty()) {
+        // As the desktop hands it over: who opens a file there sees no terminal.
+        options.bitstream.clear();
+        options.complaint = complaint;
+    } else {
         refuse(complaint);
     }
 }

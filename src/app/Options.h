@@ -19,6 +19,8 @@ struct Options {
     QString tour;
     /// A bitstream file to be shown as chosen.
     QString bitstream;
+    /// Why the file that was named as a bitstream cannot be shown as chosen.
+    QString complaint;
 };
 
 } // namespace Kestoboard

@@ -41,6 +41,14 @@ void warnOfLostSettings()
     }
 }
 
+/// On the console for who opened the file on the desktop, and on the terminal for who named it
+/// there.
+void complain(const QString& sentence)
+{
+    Orvex::console->error(sentence.toUtf8().constData(), "");
+    writeToStandardError(sentence);
+}
+
 } // namespace
 
 PanelSession::PanelSession(const Options& wanted)
@@ -125,6 +133,9 @@ void PanelSession::furnishWindow()
     connect(&shutdown, &Shutdown::saving, this, [this] { furniture->getState().save(); });
     if (!options.bitstream.isEmpty()) {
         showChosenBitstream(*window, options.bitstream);
+    }
+    if (!options.complaint.isEmpty()) {
+        complain(options.complaint);
     }
 }
 

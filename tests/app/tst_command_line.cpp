@@ -72,6 +72,7 @@ private slots:
     void pathsStartAtTheCurrentDirectory();
     void helpWinsOverEverythingElse();
     void theManPageHasTheOptionsOfTheHelp();
+    void aFileThatCannotBeChosenIsComplainedOf();
     void aRefusalSaysWhy_data();
     void aRefusalSaysWhy();
 
@@ -198,6 +199,15 @@ void TestCommandLine::theManPageHasTheOptionsOfTheHelp()
     QCOMPARE(findOptions(readManPageHeads()), inHelp);
 }
 
+void TestCommandLine::aFileThatCannotBeChosenIsComplainedOf()
+{
+    const CommandLine line = read({"line\nbreak.ksb"});
+    QCOMPARE(line.getAction(), CommandLine::Action::Run);
+    QCOMPARE(line.getOptions().bitstream, QString());
+    QVERIFY(line.getOptions().complaint.contains("holds a line break"));
+    QCOMPARE(read({"design.ksb"}).getOptions().complaint, QString());
+}
+
 void TestCommandLine::aRefusalSaysWhy_data()
 {
     QTest::addColumn<QStringList>("arguments");
@@ -220,7 +230,8 @@ void TestCommandLine::aRefusalSaysWhy_data()
     QTest::newRow("a directory as bitstream") << QStringList{"lab"} << "is a directory";
     QTest::newRow("two bitstreams")
         << QStringList{"design.ksb", "design.ksb"} << "Only one bitstream file";
-    QTest::newRow("a line break") << QStringList{"line\nbreak.ksb"} << "holds a line break";
+    QTest::newRow("a line break on a tour")
+        << QStringList{"--tour", "lab", "line\nbreak.ksb"} << "holds a line break";
 }
 
 void TestCommandLine::aRefusalSaysWhy()

@@ -33,6 +33,7 @@ private slots:
     void leavingWhenTheTransferIsOverLetsTheSessionEnd();
     void aSessionThatMayNotAskEndsDuringATransfer();
     void aBitstreamOnTheCommandLineIsChosenAndNotLoaded();
+    void aFileThatCannotBeChosenIsToldOnTheConsole();
     void settingsThatCannotBeUnderstoodArePutAside_data();
     void settingsThatCannotBeUnderstoodArePutAside();
     void settingsThatCannotBeUsedAreNamed();
@@ -209,6 +210,15 @@ void TestLeaving::aBitstreamOnTheCommandLineIsChosenAndNotLoaded()
     play("tell-choice", {"design.ksb"});
     QVERIFY(program->getOutput().contains("chosen " + bench->getPath("design.ksb") + "\n"));
     QVERIFY(bench->getJournal().filter("chip bitstream").isEmpty());
+}
+
+void TestLeaving::aFileThatCannotBeChosenIsToldOnTheConsole()
+{
+    const QString sentence =
+        "The file \"" + bench->writeFile("empty.ksb", "") + "\" is empty: name a bitstream file.\n";
+    play("leave-when-idle", {"empty.ksb"});
+    QCOMPARE(program->getOutput().count(sentence), 1);
+    QCOMPARE(program->getErrors().count(sentence), 1);
 }
 
 void TestLeaving::settingsThatCannotBeUnderstoodArePutAside_data()
