@@ -430,8 +430,8 @@ void KSBaseHandler::executeCommand(CommandHandler* handler)
     std::string command;
     bool hasBegun = false;
     callOnEngineThread([&] {
-        // The handler may have left the queue since it was chosen.
-        hasBegun = handler == executing;
+        // Since the choice the handler may have left the queue, and the end may have begun.
+        hasBegun = !closing && handler == executing;
         if (hasBegun) {
             command = handler->getCommand();
             beginCommand(&loop);

@@ -55,6 +55,7 @@ private slots:
     void aHandlerDestroyedWhileItWaitsIsNeverSent();
     void aHandlerDestroyedWhileItRunsIsForgotten();
     void aHandlerCanOutliveTheEngine();
+    void nothingIsSentOnceTheEngineEnds();
 
 private:
     CommandHandler* create(CommandType type, const std::string& text)
@@ -434,6 +435,18 @@ void TestCommandHandler::aHandlerCanOutliveTheEngine()
     CommandHandler* const handler = create(CommandType::Control, firstCommand);
     panel.reset();
     QVERIFY(!handler->isRunning());
+    handler->destroy();
+}
+
+void TestCommandHandler::nothingIsSentOnceTheEngineEnds()
+{
+    bench->takeJournal();
+    CommandHandler* const handler = create(CommandType::Control, firstCommand);
+    // By then the command has been chosen, and the worker has not been able to send it.
+    QMetaObject::invokeMethod(
+        this, [this] { panel.reset(); }, Qt::QueuedConnection);
+    QTRY_VERIFY(panel == nullptr);
+    QCOMPARE(bench->takeJournal(), QStringList());
     handler->destroy();
 }
 
