@@ -7,7 +7,9 @@
 #include <Board/KSBaseHandler.h>
 #include <application/FileSystemBrowser.h>
 
+#include <QCoreApplication>
 #include <QDir>
+#include <QEvent>
 #include <QFileInfo>
 #include <QLabel>
 #include <QTreeView>
@@ -72,6 +74,20 @@ public:
     FullDisk& operator=(const FullDisk&) = delete;
 };
 
+/// Counts what is done in posted calls to objects of no class of their own.
+class CallCounter : public QObject
+{
+public:
+    int calls = 0;
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        const bool isPlain = watched->metaObject() == &QObject::staticMetaObject;
+        calls += isPlain && event->type() == QEvent::MetaCall ? 1 : 0;
+        return QObject::eventFilter(watched, event);
+    }
+};
+
 } // namespace
 
 // In place of the C library's, which come after the program.
@@ -117,6 +133,7 @@ private slots:
     void aCommandNeedsNoDescriptor();
     void aCommandWaitsUntilThereIsAThread();
     void manyCommandsWaitInTheOrderOfTheQueue();
+    void anAttemptThatFailedLeavesNothingToBeDone();
     void theEngineEndsWhileACommandWaitsForAThread();
     void aDirectoryThatCannotBeOpenedIsNotShownAsEmpty();
 
@@ -261,6 +278,26 @@ void TestResources::manyCommandsWaitInTheOrderOfTheQueue()
     }
     QCOMPARE(bench->takeJournal(), QStringList({"board get mode", "board get force_bit",
                                                 "board list", "board monitor get 0"}));
+}
+
+void TestResources::anAttemptThatFailedLeavesNothingToBeDone()
+{
+    const Test::Panel panel;
+    bench->takeJournal();
+    CallCounter counter;
+    QCoreApplication::instance()->installEventFilter(&counter);
+    hasNoThreads = true;
+    CommandHandler* const handler =
+        CommandHandler::create(CommandType::Control, command, panel.getEngine());
+    QCoreApplication::processEvents();
+    QCOMPARE(counter.calls, 0);
+    // The one that works leaves something, and it is seen.
+    hasNoThreads = false;
+    panel.getEngine()->startThread();
+    Board::waitCommandHandlerReady(handler);
+    QVERIFY(counter.calls > 0);
+    handler->destroy();
+    QCOMPARE(bench->takeJournal(), QStringList(command));
 }
 
 void TestResources::theEngineEndsWhileACommandWaitsForAThread()

@@ -353,7 +353,12 @@ bool KSBaseHandler::startWorker()
     Orvex::handOver(&thread);
     thread.start(QThread::InheritPriority);
     // It waits for this thread before it can end, so one that does not run has not been started.
-    return thread.isRunning();
+    const bool isStarted = thread.isRunning();
+    if (!isStarted) {
+        // Left standing, the choice would be made under the next worker's hands.
+        QCoreApplication::removePostedEvents(&workerCalls, QEvent::MetaCall);
+    }
+    return isStarted;
 }
 
 /// Makes the choice that the worker will ask for while the worker is still starting. Not now: what
