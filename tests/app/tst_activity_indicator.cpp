@@ -7,6 +7,7 @@
 #include "app/StateIcon.h"
 #include "support/Bench.h"
 #include "support/ConsoleRecorder.h"
+#include "support/PaintCounter.h"
 #include "support/Panel.h"
 #include "support/TestMain.h"
 #include "support/When.h"
@@ -48,19 +49,6 @@ public:
     {
         const Kestoboard::Initiative::Delivery delivery(receiver, event);
         return TestApplication::notify(receiver, event);
-    }
-};
-
-/// Counts how often widgets are painted.
-class PaintCounter : public QObject
-{
-public:
-    int paints = 0;
-
-    bool eventFilter(QObject* watched, QEvent* event) override
-    {
-        paints += event->type() == QEvent::Paint ? 1 : 0;
-        return QObject::eventFilter(watched, event);
     }
 };
 
@@ -497,7 +485,7 @@ void TestActivityIndicator::aListingThatAPersonAskedForIsTold()
 
 void TestActivityIndicator::theSameIconIsNotPaintedAgain()
 {
-    PaintCounter counter;
+    Test::PaintCounter counter;
     Kestoboard::StateIcon icon(nullptr);
     icon.installEventFilter(&counter);
     icon.showIcon("success");

@@ -13,6 +13,7 @@
 #include "app/Shutdown.h"
 #include "support/Bench.h"
 #include "support/ConsoleRecorder.h"
+#include "support/PaintCounter.h"
 #include "support/Panel.h"
 #include "support/TestMain.h"
 #include "support/When.h"
@@ -64,19 +65,6 @@ namespace
 
 /// For what would never come: far longer than any machine needs.
 const int longestWait = 60'000;
-
-/// Counts how often a widget is painted.
-class PaintCounter : public QObject
-{
-public:
-    int paints = 0;
-
-    bool eventFilter(QObject* watched, QEvent* event) override
-    {
-        paints += event->type() == QEvent::Paint ? 1 : 0;
-        return QObject::eventFilter(watched, event);
-    }
-};
 
 /// The text of an action as it reads.
 QString getPlainText(const QAction& action)
@@ -941,7 +929,7 @@ void TestWindowFurniture::aTickIsSeenBeforeTheBoardHasTakenIt()
     // What the press itself has to paint is over.
     QCoreApplication::processEvents();
     const int formerCount = bench->count("board set reset on");
-    PaintCounter counter;
+    Test::PaintCounter counter;
     box->installEventFilter(&counter);
     connect(box, &QCheckBox::toggled, &counter, [&counter] { counter.paints = 0; });
     bool isSeen = false;
